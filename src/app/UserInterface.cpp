@@ -1,0 +1,60 @@
+#include "app/UserInterface.h"
+
+#include <cstdlib>
+
+namespace quillon {
+
+namespace {
+
+class SilentUserInterface final : public UserInterface {
+public:
+    MsgAnswer message(const QString&, const QString&, MsgIcon, MsgButtons buttons) override
+    {
+        switch (buttons) {
+        case MsgButtons::YesNo:
+        case MsgButtons::YesNoCancel:
+            return MsgAnswer::Yes;
+        case MsgButtons::RetryCancel:
+            return MsgAnswer::Cancel;
+        case MsgButtons::AbortRetryIgnore:
+            return MsgAnswer::Abort;
+        default:
+            return MsgAnswer::OK;
+        }
+    }
+    QString openFileName(const QString&, const QString&, const QString&) override { return {}; }
+    QString saveFileName(const QString&, const QString&, const QString&) override { return {}; }
+    PrintChoice choosePrinter() override { return {}; }
+    void progress(int) override { }
+    void endProgram() override { std::exit(1); }
+};
+
+SilentUserInterface g_silent;
+UserInterface* g_ui = &g_silent;
+
+} // namespace
+
+UserInterface& ui() { return *g_ui; }
+
+void setUserInterface(UserInterface* ui) { g_ui = ui ? ui : &g_silent; }
+
+QString appTitle() { return QStringLiteral("Quillon"); }
+
+MsgAnswer msgBox(const QString& text, MsgButtons buttons, MsgIcon icon, const QString& title)
+{
+    return ui().message(text, title.isEmpty() ? appTitle() : title, icon, buttons);
+}
+
+void reportError(const QString& errorText, const QString& tail)
+{
+    msgBox(errorText + tail);
+}
+
+void endProgram()
+{
+    ui().endProgram();
+    // An interface that returns from endProgram() still ends the process.
+    std::exit(1);
+}
+
+} // namespace quillon
