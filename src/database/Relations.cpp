@@ -25,6 +25,15 @@ void createRelation(const Relation& r)
 {
     if (relationExists(r.name))
         throw RuntimeError(err::TableExists, QStringLiteral("Relationship '%1' already exists.").arg(r.name));
+    // Like the data it is to guard, a relation can't be made over rows that
+    // already break it.
+    const int orphans = scalar(QStringLiteral("SELECT COUNT(*) FROM [%1] WHERE [%2] IS NOT NULL AND [%2] NOT IN "
+                                              "(SELECT [%3] FROM [%4] WHERE [%3] IS NOT NULL)")
+                                   .arg(r.childTable, r.childField, r.parentField, r.parentTable))
+                            .toInt();
+    if (orphans > 0)
+        throw RuntimeError(err::RelatedRecordRequired,
+            QStringLiteral("Data in the table '%1' violates referential integrity rules.").arg(r.childTable));
     const QString base = prefix + r.name;
     const QString required = raise(err::RelatedRecordRequired,
         QStringLiteral("You cannot add or change a record because a related record is required in table '%1'.")

@@ -17,7 +17,8 @@ struct Relation {
     QString childField;
 };
 
-// Creates the relation. Throws RuntimeError if one of that name exists.
+// Creates the relation. Throws RuntimeError if one of that name exists or if
+// rows of the child table already name a value the parent doesn't have.
 void createRelation(const Relation& relation);
 // Removes the relation by name. Throws RuntimeError (ItemNotFound) if there
 // is none of that name.

@@ -191,6 +191,11 @@ TEST_F(Schema, RelationsCascadeAndRefuseOrphans)
     deleteRelation(QStringLiteral("FerTreat"));
     EXPECT_FALSE(relationExists(QStringLiteral("FerTreat")));
     EXPECT_EQ(tryExec(QStringLiteral("INSERT INTO Treatments (TRTNO, LNFER) VALUES (4, 7)")).number(), 0);
+    // Rows that already break it keep the relation from being made.
+    EXPECT_THROW(createRelation({ QStringLiteral("FerTreat"), QStringLiteral("FerLevelNames"), QStringLiteral("LNFER"),
+                     QStringLiteral("Treatments"), QStringLiteral("LNFER") }),
+        RuntimeError);
+    EXPECT_FALSE(relationExists(QStringLiteral("FerTreat")));
     try {
         deleteRelation(QStringLiteral("FerTreat"));
         FAIL() << "deleting a missing relation succeeded";
