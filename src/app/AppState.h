@@ -25,6 +25,10 @@ struct CommentBuffers {
     QString CommentsEnvironment;
     QString CommentsHarvest;
     QString CommentsSimulation;
+    // Not a comment buffer: the @NOTES lines of the general block, each
+    // followed by CR LF. It lives here so that it is emptied together with
+    // the buffers whenever a file is opened, read back or closed.
+    QString Notes;
 
     void clear() { *this = CommentBuffers(); }
     // File Open's last touch: every buffer that isn't empty loses its first
