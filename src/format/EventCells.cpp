@@ -1,0 +1,142 @@
+#include "format/EventCells.h"
+
+#include "app/RuntimeError.h"
+#include "app/UserInterface.h"
+#include "format/Columns.h"
+#include "format/NumberText.h"
+#include "format/TextLines.h"
+
+#include <cmath>
+
+namespace quillon::format::events {
+
+namespace {
+
+// The trimmed column, or a null string when the cell stays NULL because the
+// line is too short or the column is blank.
+QString presentColumn(const QString& line, int test, int start, int width)
+{
+    if (line.size() <= test)
+        return QString();
+    const QString t = trimSpaces(mid(line, start, width));
+    return t.isEmpty() ? QString() : t;
+}
+
+} // namespace
+
+int levelOf(const QString& line)
+{
+    // The engine stores a fraction in an Integer field rounded half to even,
+    // which is what nearbyint does in the default rounding mode.
+    return static_cast<int>(std::nearbyint(leadingNumber(mid(line, 1, 3))));
+}
+
+QVariant numberCell(const QString& line, int test, int start, int width)
+{
+    const QString t = presentColumn(line, test, start, width);
+    if (t.isNull())
+        return {};
+    const double value = leadingNumber(t);
+    if (value < 0)
+        return {};
+    return value;
+}
+
+QVariant textCell(const QString& line, int test, int start, int width)
+{
+    const QString t = presentColumn(line, test, start, width);
+    if (t.isNull() || leadingNumber(t) < 0)
+        return {};
+    return t;
+}
+
+QVariant dateCell(const QString& line, bool padFour)
+{
+    if (padFour && line.size() > 5) {
+        const QString t = trimSpaces(mid(line, 4, 5));
+        if (t.size() == 4)
+            return QStringLiteral("0") + t;
+    }
+    return textCell(line, 5, 4, 5);
+}
+
+void storeNamedEvent(const QString& eventTable, const QString& section, const QString& tail,
+    const std::function<void(NamedEventRow&)>& fill)
+{
+    NamedEventRow row;
+    try {
+        fill(row);
+    } catch (const RuntimeError& e) {
+        if (e.number() == err::DuplicateKey) {
+            msgBox(QStringLiteral("duplicate levels in '%1'. Level %2 is read only once.")
+                       .arg(section)
+                       .arg(row.level),
+                MsgButtons::OK, MsgIcon::Critical, QStringLiteral("Error"));
+        } else {
+            reportError(e.text(), tail);
+        }
+        return;
+    }
+    // From here on errors are ignored: a level that already has a name keeps
+    // it, and the event row goes in regardless.
+    if (!row.name.isNull()) {
+        database::tryExec(QStringLiteral("INSERT INTO [%1] ([%2], [%3]) VALUES (?, ?)")
+                              .arg(row.nameTable, row.levelColumn, row.nameColumn),
+            { row.level, row.name });
+    }
+    try {
+        database::insertRow(eventTable, row.event);
+    } catch (const RuntimeError&) {
+    }
+}
+
+QString levelText(const QVariant& level)
+{
+    const QString t = NumText(level);
+    QString out;
+    if (t.size() <= 1)
+        out += QLatin1Char(' ');
+    out += t;
+    if (t.size() < 3)
+        out += QLatin1Char(' ');
+    return out;
+}
+
+bool isMissing(const QVariant& value)
+{
+    return value.isNull() || !value.isValid() || trimSpaces(value.toString()).isEmpty();
+}
+
+QString textOr99(const QVariant& value)
+{
+    return isMissing(value) ? QStringLiteral("-99") : trimSpaces(value.toString());
+}
+
+QString numberOr99(const QVariant& value)
+{
+    return isMissing(value) ? QStringLiteral("-99") : NumText(value);
+}
+
+QString maskOr99(const QVariant& value, const QString& mask)
+{
+    return isMissing(value) ? QStringLiteral("-99") : maskedNumber(value, mask);
+}
+
+QString roundedText(const QVariant& value, int digits)
+{
+    QString text = formatMask(value.toDouble(), digits > 0 ? QStringLiteral("0.") + QString(digits, QLatin1Char('0')) : QStringLiteral("0"));
+    if (text.contains(QLatin1Char('.'))) {
+        while (text.endsWith(QLatin1Char('0')))
+            text.chop(1);
+        if (text.endsWith(QLatin1Char('.')))
+            text.chop(1);
+    }
+    return NumText(text);
+}
+
+QString roundedOr99(const QVariant& value, int digits)
+{
+    return isMissing(value) ? QStringLiteral("-99") : roundedText(value, digits);
+}
+
+} // namespace quillon::format::events

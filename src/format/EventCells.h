@@ -1,0 +1,76 @@
+#pragma once
+
+#include "database/Sql.h"
+
+#include <QString>
+#include <QVariant>
+
+#include <functional>
+
+// Cell rules shared by the readers and writers of the dated event sections
+// (irrigation, fertilizers, residues, chemicals, tillage, environment
+// modifications, harvest).
+
+namespace quillon::format::events {
+
+// --- Reading -------------------------------------------------------------
+
+// The level number at the start of a data line: the leading number of
+// columns 1 to 3, with no length test ("" gives 0).
+int levelOf(const QString& line);
+
+// A numeric cell: NULL when the line isn't longer than `test`, when the
+// column is blank, or when its leading number is negative (so "-99" never
+// reaches a table); otherwise the leading number.
+QVariant numberCell(const QString& line, int test, int start, int width);
+
+// A text cell: NULL as for numberCell (a code's leading number is 0, so a
+// code is never negative); otherwise the column trimmed.
+QVariant textCell(const QString& line, int test, int start, int width);
+
+// The date cell at 4, width 5 with its length test 5. With `padFour`, a
+// trimmed date of exactly four characters gets a "0" in front (a day
+// number of the year 2000 written without its leading zero); every other
+// value follows the text cell rule.
+QVariant dateCell(const QString& line, bool padFour);
+
+// The fill-and-store pattern of the named event readers. `fill` builds the
+// event row and the name row inside the error trap. A duplicate key there
+// shows "duplicate levels in '<section>'. Level N is read only once." with a
+// stop icon and the title "Error"; any other error shows its own text and
+// `tail`. Either way the line is lost. After a clean fill the name row
+// (when it has a name) and the event row are stored with errors ignored:
+// a name for a level that already has one is dropped silently.
+struct NamedEventRow {
+    int level = 0;
+    database::Values event;
+    QString nameTable;
+    QString levelColumn;
+    QString nameColumn;
+    QVariant name;
+};
+void storeNamedEvent(const QString& eventTable, const QString& section, const QString& tail,
+    const std::function<void(NamedEventRow&)>& fill);
+
+// --- Writing -------------------------------------------------------------
+
+// The level in three positions: a blank in front if it has one digit or
+// none, the level, a blank behind if it has fewer than three digits.
+QString levelText(const QVariant& level);
+
+// Whether a cell holds no value: NULL, or text that trims to nothing.
+bool isMissing(const QVariant& value);
+
+// A text cell as the file writes it: "-99" when missing, else trimmed.
+QString textOr99(const QVariant& value);
+// A number through NumText: "-99" when missing.
+QString numberOr99(const QVariant& value);
+// A number through a mask and NumText: "-99" when missing.
+QString maskOr99(const QVariant& value, const QString& mask);
+// A number rounded to `digits` places (half away from zero) and written
+// without trailing zeros, through NumText.
+QString roundedText(const QVariant& value, int digits);
+// roundedText, "-99" when missing.
+QString roundedOr99(const QVariant& value, int digits);
+
+} // namespace quillon::format::events
