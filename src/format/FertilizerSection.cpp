@@ -1,0 +1,140 @@
+#include "format/FertilizerSection.h"
+
+#include "app/AppState.h"
+#include "database/Sql.h"
+#include "format/Columns.h"
+#include "format/EventCells.h"
+#include "validation/LevelNames.h"
+
+#include <QSqlQuery>
+
+namespace quillon::format {
+
+using namespace events;
+
+namespace {
+
+// Concentrations below 0 print as the missing value rather than masked.
+QString concentrationText(const QVariant& value)
+{
+    if (!isMissing(value) && value.toDouble() < 0)
+        return QStringLiteral("-99");
+    return maskOr99(value, QStringLiteral("#0.00"));
+}
+
+} // namespace
+
+void FertilizerRead(const QString& line)
+{
+    if (isComment(line)) {
+        appendComment(state().comments.CommentsFertilizer, line);
+        return;
+    }
+    storeNamedEvent(QStringLiteral("Fertilization"), QStringLiteral("Fertilizer"),
+        QStringLiteral(" in FertilizerRead/frmMain."), [&line](NamedEventRow& row) {
+            row.level = levelOf(line);
+            row.event = {
+                { QStringLiteral("LNFER"), row.level },
+                // The fertilizer date has no four-digit rule.
+                { QStringLiteral("FDAY"), dateCell(line, false) },
+                { QStringLiteral("IFTYPE"), textCell(line, 11, 10, 5) },
+                { QStringLiteral("FERCOD"), textCell(line, 17, 16, 5) },
+                { QStringLiteral("DFERT"), numberCell(line, 23, 22, 5) },
+                { QStringLiteral("ANFER"), numberCell(line, 29, 28, 5) },
+                { QStringLiteral("APFER"), numberCell(line, 35, 34, 5) },
+                { QStringLiteral("AKFER"), numberCell(line, 41, 40, 5) },
+                { QStringLiteral("ACFER"), numberCell(line, 47, 46, 5) },
+                { QStringLiteral("AOFER"), numberCell(line, 53, 52, 5) },
+                { QStringLiteral("FOCOD"), textCell(line, 59, 58, 5) },
+            };
+            row.nameTable = QStringLiteral("FerLevelNames");
+            row.levelColumn = QStringLiteral("LNFER");
+            row.nameColumn = QStringLiteral("FERNAME");
+            row.name = textCell(line, 63, 64, 60);
+        });
+}
+
+void ResidueRead(const QString& line)
+{
+    if (isComment(line)) {
+        appendComment(state().comments.CommentsResidue, line);
+        return;
+    }
+    storeNamedEvent(QStringLiteral("Residue"), QStringLiteral("Residue"), QStringLiteral(" in ResidueRead/frnMain."),
+        [&line](NamedEventRow& row) {
+            row.level = levelOf(line);
+            row.event = {
+                { QStringLiteral("LNRES"), row.level },
+                { QStringLiteral("RESDAY"), dateCell(line, true) },
+                { QStringLiteral("RESCOD"), textCell(line, 11, 10, 5) },
+                { QStringLiteral("RESIDUE"), numberCell(line, 17, 16, 5) },
+                { QStringLiteral("RESN"), numberCell(line, 23, 22, 5) },
+                { QStringLiteral("RESP"), numberCell(line, 29, 28, 5) },
+                { QStringLiteral("RESK"), numberCell(line, 35, 34, 5) },
+                { QStringLiteral("RINP"), numberCell(line, 41, 40, 5) },
+                { QStringLiteral("DEPRES"), numberCell(line, 47, 46, 5) },
+                { QStringLiteral("RMET"), textCell(line, 53, 52, 5) },
+            };
+            row.nameTable = QStringLiteral("ResLevelNames");
+            row.levelColumn = QStringLiteral("LNRES");
+            row.nameColumn = QStringLiteral("RENAME");
+            row.name = textCell(line, 57, 58, 60);
+        });
+}
+
+void readFertilizersSection(LineCursor& c)
+{
+    sectionLoop(c, state().comments.CommentsFertilizer, [](const QString& line) { FertilizerRead(line); });
+}
+
+void readResiduesSection(LineCursor& c)
+{
+    sectionLoop(c, state().comments.CommentsResidue, [](const QString& line) { ResidueRead(line); });
+}
+
+void writeFertilizersSection(FileWriter& w)
+{
+    if (database::rowCount(QStringLiteral("Fertilization")) == 0)
+        return;
+    w.line();
+    w.line(QStringLiteral("*FERTILIZERS (INORGANIC)"));
+    w.line(QStringLiteral("@F FDATE  FMCD  FACD  FDEP  FAMN  FAMP  FAMK  FAMC  FAMO  FOCD FERNAME"));
+    QSqlQuery q = database::select(QStringLiteral("SELECT * FROM Fertilization ORDER BY LNFER, rowid"));
+    while (q.next()) {
+        const QVariant level = q.value(QStringLiteral("LNFER"));
+        QString text = levelText(level) + rightJustified(textOr99(q.value(QStringLiteral("FDAY"))), 5)
+            + rightJustified(textOr99(q.value(QStringLiteral("IFTYPE"))), 6)
+            + rightJustified(textOr99(q.value(QStringLiteral("FERCOD"))), 6);
+        for (const char* amount : { "DFERT", "ANFER", "APFER", "AKFER", "ACFER", "AOFER" })
+            text += rightJustified(roundedOr99(q.value(QLatin1String(amount)), 0), 6);
+        text += rightJustified(textOr99(q.value(QStringLiteral("FOCOD"))), 6);
+        w.line(text + QLatin1Char(' ') + validation::Find_FERNAME(level));
+    }
+    w.comments(state().comments.CommentsFertilizer);
+}
+
+void writeResiduesSection(FileWriter& w)
+{
+    if (database::rowCount(QStringLiteral("Residue")) == 0)
+        return;
+    w.line();
+    w.line(QStringLiteral("*RESIDUES AND ORGANIC FERTILIZER"));
+    w.line(QStringLiteral("@R RDATE  RCOD  RAMT  RESN  RESP  RESK  RINP  RDEP  RMET RENAME"));
+    QSqlQuery q = database::select(QStringLiteral("SELECT * FROM Residue ORDER BY LNRES, rowid"));
+    while (q.next()) {
+        const QVariant level = q.value(QStringLiteral("LNRES"));
+        w.line(levelText(level) + rightJustified(textOr99(q.value(QStringLiteral("RESDAY"))), 5)
+            + rightJustified(textOr99(q.value(QStringLiteral("RESCOD"))), 6)
+            + rightJustified(roundedOr99(q.value(QStringLiteral("RESIDUE")), 0), 6)
+            + rightJustified(concentrationText(q.value(QStringLiteral("RESN"))), 6)
+            + rightJustified(concentrationText(q.value(QStringLiteral("RESP"))), 6)
+            + rightJustified(concentrationText(q.value(QStringLiteral("RESK"))), 6)
+            + rightJustified(roundedOr99(q.value(QStringLiteral("RINP")), 0), 6)
+            + rightJustified(roundedOr99(q.value(QStringLiteral("DEPRES")), 0), 6)
+            + rightJustified(textOr99(q.value(QStringLiteral("RMET"))), 6) + QLatin1Char(' ')
+            + validation::Find_RESNAME(level));
+    }
+    w.comments(state().comments.CommentsResidue);
+}
+
+} // namespace quillon::format
