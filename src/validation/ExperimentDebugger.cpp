@@ -303,20 +303,28 @@ void FindFieldYears_byLevel(int level, WeatherKind kind)
             = currentRow(QStringLiteral("Select * From Fields Where LNFLD = ?"), level);
         const QString station = trimSpaces(field.value(QStringLiteral("WSTA")).toString());
         const QString column = markColumn(kind);
-        QStringList codes;
+        // A station of four letters stands for all its files; "*" is the
+        // only wildcard of the pattern, so "%" and "_" in a code are plain.
+        QString match;
+        QVariant value;
         if (station.size() == 4) {
-            QSqlQuery q
-                = select(QStringLiteral(
-                             "Select * From [TotalWeatherLookup] Where [CODE] Like ? And %1 = 'X'")
-                             .arg(column),
-                    { station + QLatin1Char('%') });
-            while (q.next())
-                codes << q.value(QStringLiteral("CODE")).toString();
+            match = QStringLiteral("Like ? Escape '\\'");
+            QString escaped = station;
+            escaped.replace(QLatin1Char('\\'), QLatin1String("\\\\"))
+                .replace(QLatin1Char('%'), QLatin1String("\\%"))
+                .replace(QLatin1Char('_'), QLatin1String("\\_"));
+            value = escaped + QLatin1Char('%');
         } else if (station.size() == 8) {
-            QSqlQuery q = select(
-                QStringLiteral("Select * From [TotalWeatherLookup] Where [CODE] = ? And %1 = 'X'")
-                    .arg(column),
-                { station });
+            match = QStringLiteral("= ?");
+            value = station;
+        }
+        QStringList codes;
+        if (!match.isEmpty()) {
+            QSqlQuery q
+                = select(QStringLiteral("Select * From [TotalWeatherLookup] Where [CODE] %1 And "
+                                        "%2 = 'X' Order By rowid")
+                             .arg(match, column),
+                    { value });
             while (q.next())
                 codes << q.value(QStringLiteral("CODE")).toString();
         }
