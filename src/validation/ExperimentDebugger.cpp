@@ -4,7 +4,6 @@
 #include "app/RuntimeError.h"
 #include "app/UserInterface.h"
 #include "database/Sql.h"
-#include "format/Cp1252.h"
 #include "format/DateCodes.h"
 #include "format/FileWriter.h"
 #include "format/NumberText.h"
@@ -14,7 +13,6 @@
 #include <QFile>
 #include <QSqlRecord>
 
-#include <iterator>
 #include <optional>
 
 namespace quillon::validation {
@@ -28,6 +26,8 @@ namespace {
 const QString noCurrentRecord = QStringLiteral("No current record.");
 const QString typeMismatch = QStringLiteral("Type mismatch");
 constexpr int inputPastEndOfFile = 62;
+const QString noWeatherYear = QStringLiteral(
+    "Applications year does not correspond to available years. Check Fields section Level #");
 
 QList<QSqlRecord> allRows(const QString& sql, const QVariantList& params = {})
 {
@@ -59,9 +59,10 @@ bool hasRow(const QString& sql, const QVariantList& params)
     return select(sql, params).next();
 }
 
-// A date code through TheDate, as a date. The code's last three digits are
-// taken as an offset, so the date is a day late; the callers only compare
-// dates or take years, as the debugger always did. A code TheDate can't
+// A date code through TheDate, as a date. TheDate takes the last three
+// digits as an offset, so the date is a day late: the planting check
+// compares two such dates, which keeps the order true, and the year check
+// counts the last day of a year into the next one. A code TheDate can't
 // turn into a date is a type mismatch for the caller.
 QDate codeDate(const QVariant& code)
 {
@@ -172,16 +173,15 @@ struct ManagedFactor {
     const char* level; // level column, in the table and in Treatments
     const char* date;
     const char* datesAllowedToo; // the code besides "D" under which no date is looked at
+    const char* part;
 };
 
 const ManagedFactor managedFactors[] = {
-    { "IIRRI", "IrrigApplications", "LNIR", "IDLAPL", "N" },
-    { "IFERI", "Fertilization", "LNFER", "FDAY", "N" },
-    { "IRESI", "Residue", "LNRES", "RESDAY", "N" },
-    { "IHARI", "Harvest", "LNHAR", "HDATE", "M" },
+    { "IIRRI", "IrrigApplications", "LNIR", "IDLAPL", "N", "/Irrigation: " },
+    { "IFERI", "Fertilization", "LNFER", "FDAY", "N", "/Fertilization: " },
+    { "IRESI", "Residue", "LNRES", "RESDAY", "N", "/Residue: " },
+    { "IHARI", "Harvest", "LNHAR", "HDATE", "M", "/Harvest: " },
 };
-const char* const managementParts[]
-    = { "/Irrigation: ", "/Fertilization: ", "/Residue: ", "/Harvest: " };
 
 // The dated factors whose years must be weather years. `code` is the
 // management column that exempts them when it is "D", or null.
@@ -352,8 +352,7 @@ void CheckApplications_Management(Findings& findings)
             const QSqlRecord management = currentRow(
                 QStringLiteral("Select * From SimulationControlManagement Where LNSIM = ?"),
                 treatment.value(QStringLiteral("LNSIM")));
-            for (size_t f = 0; f < std::size(managedFactors); ++f) {
-                const ManagedFactor& factor = managedFactors[f];
+            for (const ManagedFactor& factor : managedFactors) {
                 const QVariant code = management.value(QLatin1String(factor.code));
                 const QVariant level = treatment.value(QLatin1String(factor.level));
                 // An unset code says nothing about the dates, and a missing
@@ -374,7 +373,7 @@ void CheckApplications_Management(Findings& findings)
                     // can't be a date.
                     if ((daysAfterPlanting && length == 5) || (dated && length < 5))
                         findings.add(treatment.value(QStringLiteral("TRTNO")),
-                            QLatin1String(managementParts[f]),
+                            QLatin1String(factor.part),
                             QStringLiteral(
                                 "Date Inconsistancy with Simulation Control Management."));
                 }
@@ -455,10 +454,7 @@ void CheckAllYears(Findings& findings)
                     if (!hasRow(QStringLiteral("Select * From Years Where LNFLD = ? And Year = ?"),
                             { fieldLevel, year }))
                         findings.add(trtno, QLatin1String(factor.part),
-                            QStringLiteral("Applications year does not correspond to available "
-                                           "years. Check Fields "
-                                           "section Level #")
-                                + fieldLevel.toString());
+                            noWeatherYear + fieldLevel.toString());
                 }
             }
         }
