@@ -7,6 +7,7 @@
 #include <QSqlQuery>
 
 #include <array>
+#include <vector>
 
 namespace quillon::validation {
 

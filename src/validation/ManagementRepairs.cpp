@@ -6,6 +6,8 @@
 
 #include <QSqlQuery>
 
+#include <vector>
+
 namespace quillon::validation {
 
 void ChangeManagementHarvest()

@@ -9,6 +9,7 @@
 #include <QSqlQuery>
 
 #include <algorithm>
+#include <vector>
 
 namespace quillon::validation {
 
