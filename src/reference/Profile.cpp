@@ -1,0 +1,78 @@
+#include "reference/Profile.h"
+
+#include "app/AppState.h"
+#include "app/UserInterface.h"
+#include "database/Sql.h"
+#include "format/Columns.h"
+#include "format/TextLines.h"
+#include "reference/LookupText.h"
+#include "reference/SuiteFiles.h"
+#include "reference/WeatherLookups.h"
+
+#include <QFileInfo>
+
+#include <optional>
+
+namespace quillon::reference {
+
+namespace {
+
+// The location text of the first profile row with `code`; nothing when the
+// profile has no such row.
+std::optional<QString> profileLocation(const char* code)
+{
+    QSqlQuery q = database::select(
+        QStringLiteral("SELECT Path FROM TERVAPRO WHERE CODE = ? ORDER BY rowid"), { QLatin1String(code) });
+    if (!q.next())
+        return std::nullopt;
+    return locationText(q.value(0).toString());
+}
+
+} // namespace
+
+void LocateAvailableData()
+{
+    AppState& s = state();
+    const QString name = joinPath(s.DataFolder, QStringLiteral("TERVAPRO.V48"));
+    const QString found = findPath(name);
+    if (found.isEmpty() || QFileInfo(found).isDir()) {
+        msgBox(QStringLiteral("File ") + name + QStringLiteral(" was not found."), MsgButtons::OK,
+            MsgIcon::Critical, QStringLiteral("Error"));
+        endProgram();
+    }
+
+    // Rows stored before a failure stay, as each insert stood on its own.
+    database::Transaction transaction;
+    try {
+        const QStringList lines = readSuiteLines(found);
+        for (const QString& line : lines) {
+            const QString trimmed = format::trimSpaces(line);
+            if (trimmed.isEmpty() || trimmed.startsWith(QLatin1Char('!')))
+                continue;
+            database::insertRow(QStringLiteral("TERVAPRO"),
+                { { QStringLiteral("Code"), textOrNull(format::mid(line, 1, 3)) },
+                    { QStringLiteral("Path"), textOrNull(format::trimSpaces(format::mid(line, 4, 100))) } });
+        }
+
+        const std::optional<QString> weather = profileLocation("WED");
+        if (!weather) {
+            msgBox(QStringLiteral("Cannot locate Weather files."));
+            endProgram();
+        }
+        s.WeatherFolder = *weather;
+        fillWeatherLookup();
+
+        const std::optional<QString> genotype = profileLocation("CRD");
+        if (!genotype) {
+            msgBox(QStringLiteral("Cannot locate Genotype files."));
+            endProgram();
+        }
+        s.GenotypeFolder = *genotype;
+        fillTotalWeatherLookup();
+    } catch (const RuntimeError& e) {
+        reportError(e.text(), QStringLiteral("in LocateAvailableData."));
+    }
+    transaction.commit();
+}
+
+} // namespace quillon::reference

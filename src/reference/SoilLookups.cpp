@@ -1,0 +1,248 @@
+#include "reference/SoilLookups.h"
+
+#include "app/AppState.h"
+#include "app/UserInterface.h"
+#include "database/Sql.h"
+#include "format/Columns.h"
+#include "format/NumberText.h"
+#include "format/TextLines.h"
+#include "reference/LookupText.h"
+#include "reference/SuiteFiles.h"
+
+#include <QStringView>
+
+#include <utility>
+#include <vector>
+
+namespace quillon::reference {
+
+namespace {
+
+using format::mid;
+using format::trimSpaces;
+
+QStringView trimmedView(QStringView text)
+{
+    while (!text.isEmpty() && text.front() == QLatin1Char(' '))
+        text = text.mid(1);
+    while (!text.isEmpty() && text.back() == QLatin1Char(' '))
+        text.chop(1);
+    return text;
+}
+
+// Whether a line names the soil `code` in its columns 2-11. Works on views:
+// the search runs over every line of every soil file.
+bool namesSoil(const QString& line, const QString& code)
+{
+    if (line.size() < 2)
+        return code.isEmpty();
+    const QStringView column = trimmedView(QStringView(line).mid(1, 10));
+    return column.compare(code, Qt::CaseInsensitive) == 0;
+}
+
+void addProfiles(const QString& fileName, int number, const QStringList& lines)
+{
+    QStringList& soilLines = SoilLines();
+    std::vector<int> headers;
+    for (const QString& line : lines) {
+        if (line.startsWith(QLatin1Char('!')) || trimSpaces(line).isEmpty())
+            continue;
+        if (line.startsWith(QLatin1Char('*')))
+            headers.push_back(int(soilLines.size()));
+        soilLines.append(line);
+    }
+
+    const QString soilFile = fileName.toUpper().left(30);
+    for (int index : headers) {
+        const QString& header = soilLines.at(index);
+        const QString code = trimSpaces(mid(header, 2, 10));
+        QString description = trimSpaces(withoutApostrophes(mid(header, 38, 30)));
+        if (description.isEmpty())
+            description = code;
+        try {
+            database::insertRow(QStringLiteral("SoilLookup"),
+                { { QStringLiteral("Code"), textOrNull(code) },
+                    { QStringLiteral("Depth"), textOrNull(trimSpaces(mid(header, 32, 5))) },
+                    { QStringLiteral("Description"), textOrNull(description) },
+                    { QStringLiteral("SoilFileNumber"), number }, { QStringLiteral("SoilFile"), soilFile } });
+        } catch (const RuntimeError& e) {
+            if (e.number() != err::DuplicateKey)
+                throw;
+            msgBox(QStringLiteral("Soil ID is not unique. Soil") + QStringLiteral(" '") + code
+                    + QStringLiteral("' is read once."),
+                MsgButtons::OK, MsgIcon::None, QStringLiteral("Error"));
+        }
+    }
+}
+
+} // namespace
+
+QString& SoilFolder()
+{
+    static QString folder;
+    return folder;
+}
+
+QStringList& SoilLines()
+{
+    static QStringList lines;
+    return lines;
+}
+
+void CreateSoilLookup()
+{
+    QSqlQuery q = database::select(QStringLiteral("SELECT Path FROM TERVAPRO WHERE CODE = 'SLD' ORDER BY rowid"));
+    if (!q.next()) {
+        msgBox(QStringLiteral("Cannot locate Soil files."));
+        endProgram();
+    }
+    SoilFolder() = locationText(q.value(0).toString());
+    q.finish();
+    SoilLines().clear();
+
+    database::Transaction transaction;
+    const QString folder = locationFolder(SoilFolder());
+    int number = 1;
+    for (const QString& name : listMatching(folder, QStringLiteral("*.sol"))) {
+        // SOIL.SOL and the two-letter files only; SOIL.SOL is always number
+        // 1, and a file after it counts on from there.
+        const bool general = name.compare(QLatin1String("SOIL.SOL"), Qt::CaseInsensitive) == 0;
+        if (!general && trimSpaces(name).size() != 6)
+            continue;
+        number = general ? 1 : number + 1;
+
+        const QString path = joinPath(folder, name);
+        QStringList lines;
+        try {
+            lines = readSuiteLines(path);
+        } catch (const RuntimeError& e) {
+            msgBox(QStringLiteral("Cannot open file ") + path + QStringLiteral(". ") + e.text());
+            endProgram();
+        }
+        try {
+            addProfiles(name, number, lines);
+        } catch (const RuntimeError& e) {
+            msgBox(QStringLiteral("Invalid information in file  ") + path + QStringLiteral(". ") + e.text());
+            endProgram();
+        }
+    }
+    transaction.commit();
+}
+
+void FillSoilTable(const QString& code)
+{
+    try {
+        database::Transaction transaction;
+        if (database::rowCount(QStringLiteral("SoilData")) > 0)
+            database::exec(QStringLiteral("DELETE FROM SoilData"));
+
+        const QStringList& lines = SoilLines();
+        const int n = int(lines.size());
+        int header = 0;
+        while (header < n && !namesSoil(lines.at(header), code))
+            ++header;
+        if (header == n) {
+            transaction.commit();
+            return;
+        }
+
+        // Five site and heading lines stand between the header and the
+        // layers; only the first layer block is read.
+        for (int i = header + 6; i < n; ++i) {
+            const QString& line = lines.at(i);
+            if (line.startsWith(QLatin1Char('*')) || trimSpaces(line).isEmpty())
+                break;
+            const QString bulkDensity = mid(line, 45, 5);
+            database::insertRow(QStringLiteral("SoilData"),
+                { { QStringLiteral("SLB"), format::leadingNumber(mid(line, 2, 5)) },
+                    { QStringLiteral("SLLL"), format::leadingNumber(mid(line, 15, 5)) },
+                    { QStringLiteral("SDUL"), format::leadingNumber(mid(line, 21, 5)) },
+                    { QStringLiteral("SBDM"),
+                        trimSpaces(bulkDensity).isEmpty() ? -99.0 : format::leadingNumber(bulkDensity) } });
+            if (i + 1 < n && lines.at(i + 1).startsWith(QLatin1String("@  SLB")))
+                break;
+        }
+        transaction.commit();
+    } catch (const RuntimeError& e) {
+        reportError(e.text(), QStringLiteral(" in FillSoilTable."));
+    }
+}
+
+void CheckOn_ICSoil_Empty()
+{
+    try {
+        database::Transaction transaction;
+        database::tryExec(QStringLiteral("DROP TABLE ICSoil"));
+        database::exec(QStringLiteral("CREATE TABLE ICSoil (SLNO TEXT COLLATE NOCASE)"));
+        if (database::rowCount(QStringLiteral("ICSoil")) == 0) {
+            QVariantList soils;
+            QSqlQuery q = database::select(QStringLiteral("SELECT DISTINCT SLNO FROM Fields ORDER BY SLNO"));
+            while (q.next())
+                soils << q.value(0);
+            q.finish();
+            for (const QVariant& soil : soils)
+                database::insertRow(QStringLiteral("ICSoil"), { { QStringLiteral("SLNO"), soil } });
+        }
+        transaction.commit();
+        AdjustToAvailableSoils();
+    } catch (const RuntimeError& e) {
+        reportError(e.text(), QStringLiteral(" CheckOn_ICSoil_Empty."));
+    }
+}
+
+void AdjustToAvailableSoils()
+{
+    try {
+        database::Transaction transaction;
+        std::vector<std::pair<qlonglong, QString>> rows;
+        QSqlQuery q = database::select(QStringLiteral("SELECT rowid, SLNO FROM ICSoil ORDER BY rowid"));
+        while (q.next()) {
+            const QString soil = q.value(1).toString();
+            if (!soil.isEmpty() && !soil.contains(QLatin1Char('(')))
+                rows.emplace_back(q.value(0).toLongLong(), soil);
+        }
+        q.finish();
+
+        for (const auto& [rowid, soil] : rows) {
+            QSqlQuery found = database::select(
+                QStringLiteral("SELECT Description, Code FROM SoilLookup WHERE CODE = ?"), { trimSpaces(soil) });
+            QVariant shown;
+            if (found.next()) {
+                shown = found.value(0).toString() + QStringLiteral(" ") + QStringLiteral("(")
+                    + found.value(1).toString() + QStringLiteral(")");
+            }
+            found.finish();
+            database::exec(QStringLiteral("UPDATE ICSoil SET SLNO = ? WHERE rowid = ?"),
+                { shown.isNull() ? QVariant(QString()) : shown, rowid });
+        }
+        database::exec(QStringLiteral("DELETE FROM ICSoil WHERE SLNO IS NULL"));
+        transaction.commit();
+    } catch (const RuntimeError& e) {
+        reportError(e.text(), QStringLiteral(" in AdjustToAvailableSoils."));
+    }
+}
+
+void CheckIC_WaterNitrogen()
+{
+    try {
+        database::Transaction transaction;
+        QStringList soils;
+        QSqlQuery q = database::select(QStringLiteral("SELECT SLNO FROM IC_Water_Nitrogen ORDER BY rowid"));
+        while (q.next())
+            soils << (q.value(0).isNull() ? QStringLiteral("") : q.value(0).toString());
+        q.finish();
+
+        for (const QString& soil : soils) {
+            if (database::scalar(QStringLiteral("SELECT COUNT(*) FROM ICSoil WHERE SLNO = ?"), { soil }).toInt() > 0)
+                continue;
+            database::exec(QStringLiteral("UPDATE [IC_Water_Nitrogen] SET SLNO = NULL WHERE SLNO = ?"), { soil });
+            database::exec(QStringLiteral("UPDATE [IC_Water_Nitrogen] SET Water = NULL WHERE SLNO IS NULL"));
+            database::exec(QStringLiteral("UPDATE [IC_Water_Nitrogen] SET Nitrogen = NULL WHERE SLNO IS NULL"));
+        }
+        transaction.commit();
+    } catch (const RuntimeError& e) {
+        reportError(e.text(), QStringLiteral(" in CheckIC_WaterNitrogen."));
+    }
+}
+
+} // namespace quillon::reference
