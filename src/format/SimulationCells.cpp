@@ -1,0 +1,223 @@
+#include "format/SimulationCells.h"
+
+#include "app/AppState.h"
+#include "app/RuntimeError.h"
+#include "app/UserInterface.h"
+#include "database/Schema.h"
+#include "database/Sql.h"
+#include "format/Columns.h"
+#include "format/NumberText.h"
+#include "format/TextLines.h"
+#include "reference/SimDefaults.h"
+
+#include <QSqlError>
+#include <QSqlRecord>
+
+#include <cmath>
+
+namespace quillon::format::simulation {
+
+using reference::SimGroup;
+using reference::simDefaults;
+
+namespace {
+
+// The database's refusal of a text that isn't a number in a numeric column.
+constexpr int DataTypeConversion = 3421;
+
+QVariant nonNullText(const QString& text) { return text.isEmpty() ? QVariant(QStringLiteral("")) : QVariant(text); }
+
+bool isNumber(const QVariant& value)
+{
+    switch (value.typeId()) {
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+    case QMetaType::Short:
+    case QMetaType::Double:
+    case QMetaType::Float:
+        return true;
+    default:
+        return false;
+    }
+}
+
+// A value as the column of `table` takes it.
+QVariant storable(const QString& table, const QString& column, const QVariant& value)
+{
+    if (value.isNull())
+        return value;
+    const database::TableDef* def = database::findTable(table);
+    database::FieldType type = database::FieldType::Text;
+    if (def) {
+        for (const database::FieldDef& f : def->fields) {
+            if (f.name.compare(column, Qt::CaseInsensitive) == 0)
+                type = f.type;
+        }
+    }
+    if (type == database::FieldType::Text)
+        return nonNullText(isNumber(value) ? NumText(value) : value.toString());
+
+    double number = 0;
+    if (isNumber(value)) {
+        number = value.toDouble();
+    } else {
+        if (!isNumeric(value.toString()))
+            throw RuntimeError(DataTypeConversion, QStringLiteral("Data type conversion error."));
+        number = leadingNumber(value.toString());
+    }
+    if (type == database::FieldType::Single)
+        return QVariant(static_cast<double>(static_cast<float>(number)));
+    return QVariant(static_cast<qlonglong>(std::nearbyint(number)));
+}
+
+} // namespace
+
+double levelOf(const QString& line) { return leadingNumber(mid(line, 1, 3)); }
+
+QString levelText(double level) { return decimalText(level); }
+
+std::optional<QVariant> cellValue(const QString& line, const Cell& cell)
+{
+    if (cell.lengthTest > 0 && line.size() <= cell.lengthTest)
+        return std::nullopt;
+    const QString text = mid(line, cell.start, cell.width);
+    const QString trimmed = trimSpaces(text);
+    const QString numeric = cell.numStart > 0 ? mid(line, cell.numStart, cell.numWidth) : text;
+    if (trimmed.isEmpty() || leadingNumber(numeric) < 0)
+        return simDefaults().member(QLatin1String(cell.column));
+    return QVariant(trimmed);
+}
+
+void addCell(Row& row, const QString& line, const Cell& cell)
+{
+    if (const auto value = cellValue(line, cell))
+        row.emplace_back(QLatin1String(cell.column), *value);
+}
+
+std::optional<QVariant> labelValue(const QString& line, int lengthTest, const QString& letters)
+{
+    if (lengthTest > 0 && line.size() <= lengthTest)
+        return std::nullopt;
+    const QString text = mid(line, 4, 11);
+    const QString trimmed = trimSpaces(text);
+    if (trimmed.isEmpty() || leadingNumber(text) < 0)
+        return QVariant(letters);
+    return QVariant(trimmed);
+}
+
+void takeComment(const QString& line)
+{
+    QString& buffer = state().comments.CommentsSimulation;
+    appendComment(buffer, line);
+    buffer = buffer.mid(2);
+}
+
+void storeRow(const QString& table, const Row& row)
+{
+    database::Values values;
+    QVariant level;
+    for (const auto& cell : row) {
+        values.emplace_back(cell.first, storable(table, cell.first, cell.second));
+        if (cell.first == QLatin1String("LNSIM"))
+            level = values.back().second;
+    }
+    // Each group keeps one row per level; the general table's own index
+    // refuses a second one, and the other group tables do the same here.
+    if (table.compare(QLatin1String("SimulationControl"), Qt::CaseInsensitive) != 0 && !level.isNull()
+        && database::scalar(QStringLiteral("SELECT COUNT(*) FROM [%1] WHERE LNSIM = ?").arg(table), { level })
+                .toInt()
+            > 0)
+        throw database::classify(QSqlError(QString(), QStringLiteral("UNIQUE constraint failed: %1.LNSIM").arg(table)));
+    database::insertRow(table, values);
+}
+
+void groupFailed(const QString& where, double level)
+{
+    msgBox(QStringLiteral("Error was found in %1. Default information is read for level %2").arg(where, levelText(level)),
+        MsgButtons::OK, MsgIcon::Critical, QStringLiteral("Error"));
+}
+
+void storeDefaultRow(const QString& table, const SimGroup& group, double level)
+{
+    Row row = reference::defaultRow(group, 0);
+    row.front().second = level;
+    storeRow(table, row);
+}
+
+void restoreDefaultControls()
+{
+    msgBox(QStringLiteral("There is an error in Simulation Control section. Simulation Control will be changed to default."),
+        MsgButtons::OK, MsgIcon::Exclamation);
+    for (const SimGroup& group : reference::simGroups()) {
+        database::exec(QStringLiteral("DELETE FROM [%1]").arg(group.table));
+        Row row = reference::defaultRow(group, 1);
+        if (group.table == QLatin1String("SimulationControl")) {
+            QSqlQuery planting = database::select(QStringLiteral("SELECT YRPLT FROM Planting LIMIT 1"));
+            if (planting.next()) {
+                for (auto& cell : row) {
+                    if (cell.first == QLatin1String("YRSIM"))
+                        cell.second = planting.value(0);
+                }
+            }
+        }
+        database::insertRow(group.table, row);
+    }
+}
+
+QString levelColumnText(const QVariant& level)
+{
+    const QString t = NumText(level);
+    QString out;
+    if (t.size() <= 1)
+        out += QLatin1Char(' ');
+    out += t;
+    if (t.size() < 3)
+        out += QLatin1Char(' ');
+    return out;
+}
+
+QString lineStart(const QVariant& level, const QString& label)
+{
+    return levelColumnText(level) + trimSpaces(label).leftJustified(11, QLatin1Char(' '));
+}
+
+QString cellText(const QVariantMap& row, const QString& column)
+{
+    QVariant value = row.value(column);
+    if (value.isNull())
+        value = simDefaults().member(column);
+    return trimSpaces(isNumber(value) ? NumText(value) : value.toString());
+}
+
+QString labelText(const QVariantMap& row, const SimGroup& group)
+{
+    const QVariant value = row.value(group.labelColumn);
+    return value.isNull() ? group.label : value.toString();
+}
+
+QString plainLine(const QVariant& level, const QVariantMap& row, const SimGroup& group)
+{
+    QString line = lineStart(level, labelText(row, group));
+    for (const QString& column : group.columns)
+        line += rightJustified(cellText(row, column), 6);
+    return line;
+}
+
+QList<QVariantMap> groupRows(const SimGroup& group)
+{
+    QList<QVariantMap> rows;
+    // Rows of one level keep the order they were added in.
+    QSqlQuery q = database::select(QStringLiteral("SELECT * FROM [%1] ORDER BY LNSIM, rowid").arg(group.table));
+    while (q.next()) {
+        QVariantMap row;
+        const QSqlRecord record = q.record();
+        for (int i = 0; i < record.count(); ++i)
+            row.insert(record.fieldName(i), q.value(i));
+        rows << row;
+    }
+    return rows;
+}
+
+QVariantMap rowAt(const QList<QVariantMap>& rows, int i) { return i < rows.size() ? rows.at(i) : QVariantMap(); }
+
+} // namespace quillon::format::simulation
