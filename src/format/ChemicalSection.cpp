@@ -1,0 +1,137 @@
+#include "format/ChemicalSection.h"
+
+#include "app/AppState.h"
+#include "database/Sql.h"
+#include "format/Columns.h"
+#include "format/EventCells.h"
+#include "format/NumberText.h"
+#include "validation/LevelNames.h"
+
+#include <QSqlQuery>
+
+namespace quillon::format {
+
+using namespace events;
+
+namespace {
+
+QString amountText(const QVariant& value)
+{
+    if (!isMissing(value) && value.toDouble() < 0)
+        return QStringLiteral("-99");
+    return maskOr99(value, QStringLiteral("#0.00"));
+}
+
+// The depth mask writes no digit for 0, so a depth of 0 leaves the field
+// blank and comes back NULL on the next read.
+QString depthText(const QVariant& value)
+{
+    return isMissing(value) ? QStringLiteral("-99") : maskedNumber(value, QStringLiteral("##"));
+}
+
+} // namespace
+
+void ChemicalRead(const QString& line)
+{
+    if (isComment(line)) {
+        appendComment(state().comments.CommentsChemical, line);
+        return;
+    }
+    storeNamedEvent(QStringLiteral("Chemicals"), QStringLiteral("Chemical Applications"),
+        QStringLiteral(" in ChemicalRead/frmMain."), [&line](NamedEventRow& row) {
+            row.level = levelOf(line);
+            row.event = {
+                { QStringLiteral("LNCHE"), row.level },
+                { QStringLiteral("CDate"), dateCell(line, true) },
+                { QStringLiteral("CHCOD"), textCell(line, 11, 10, 5) },
+                { QStringLiteral("CHAMT"), numberCell(line, 17, 16, 5) },
+                { QStringLiteral("CHMET"), textCell(line, 23, 22, 5) },
+                { QStringLiteral("CHDEP"), numberCell(line, 29, 28, 5) },
+                { QStringLiteral("CHT"), textCell(line, 35, 34, 5) },
+            };
+            row.nameTable = QStringLiteral("ChemLevelNames");
+            row.levelColumn = QStringLiteral("LNCHE");
+            row.nameColumn = QStringLiteral("CHNAME");
+            // The writer leaves two blanks before the name; reading from one
+            // position early takes the name with a blank that trimming drops.
+            row.name = textCell(line, 39, 40, 60);
+        });
+}
+
+void TillageRead(const QString& line)
+{
+    if (isComment(line)) {
+        appendComment(state().comments.CommentsTillage, line);
+        return;
+    }
+    storeNamedEvent(QStringLiteral("Tillage"), QStringLiteral("Tillage"), QStringLiteral(" in TillageRead/frmMain."),
+        [&line](NamedEventRow& row) {
+            row.level = levelOf(line);
+            row.event = {
+                { QStringLiteral("LNTIL"), row.level },
+                { QStringLiteral("TDATE"), dateCell(line, true) },
+                { QStringLiteral("TIMPL"), textCell(line, 11, 10, 5) },
+                { QStringLiteral("TDEP"), numberCell(line, 17, 16, 5) },
+            };
+            row.nameTable = QStringLiteral("TillLevelNames");
+            row.levelColumn = QStringLiteral("LNTIL");
+            row.nameColumn = QStringLiteral("TNAME");
+            row.name = textCell(line, 21, 22, 60);
+        });
+}
+
+void readChemicalsSection(LineCursor& c)
+{
+    sectionLoop(c, state().comments.CommentsChemical, [](const QString& line) { ChemicalRead(line); });
+}
+
+void readTillageSection(LineCursor& c)
+{
+    sectionLoop(c, state().comments.CommentsTillage, [](const QString& line) { TillageRead(line); });
+}
+
+void writeChemicalsSection(FileWriter& w)
+{
+    if (database::rowCount(QStringLiteral("Chemicals")) == 0)
+        return;
+    w.line();
+    w.line(QStringLiteral("*CHEMICAL APPLICATIONS"));
+    w.line(QStringLiteral("@C CDATE CHCOD CHAMT  CHME CHDEP   CHT..CHNAME"));
+    QSqlQuery q = database::select(QStringLiteral("SELECT * FROM Chemicals ORDER BY LNCHE, rowid"));
+    while (q.next()) {
+        const QVariant level = q.value(QStringLiteral("LNCHE"));
+        w.line(levelText(level) + rightJustified(textOr99(q.value(QStringLiteral("CDate"))), 5)
+            + rightJustified(textOr99(q.value(QStringLiteral("CHCOD"))), 6)
+            + rightJustified(amountText(q.value(QStringLiteral("CHAMT"))), 6)
+            + rightJustified(textOr99(q.value(QStringLiteral("CHMET"))), 6)
+            + rightJustified(depthText(q.value(QStringLiteral("CHDEP"))), 6)
+            + rightJustified(textOr99(q.value(QStringLiteral("CHT"))), 6) + QStringLiteral("  ")
+            + validation::Find_CHNAME(level));
+    }
+    // The first-character test looks at the residue comments rather than the
+    // chemical ones: that is how this block has always been decided, and it
+    // stays so.
+    const CommentBuffers& comments = state().comments;
+    if (!comments.CommentsChemical.isEmpty() && !comments.CommentsResidue.startsWith(QLatin1Char('\r')))
+        w.commentsUnchecked(comments.CommentsChemical);
+}
+
+void writeTillageSection(FileWriter& w)
+{
+    if (database::rowCount(QStringLiteral("Tillage")) == 0)
+        return;
+    w.line();
+    w.line(QStringLiteral("*TILLAGE AND ROTATIONS"));
+    w.line(QStringLiteral("@T TDATE TIMPL  TDEP TNAME"));
+    QSqlQuery q = database::select(QStringLiteral("SELECT * FROM Tillage ORDER BY LNTIL, rowid"));
+    while (q.next()) {
+        const QVariant level = q.value(QStringLiteral("LNTIL"));
+        w.line(levelText(level) + rightJustified(textOr99(q.value(QStringLiteral("TDATE"))), 5)
+            + rightJustified(textOr99(q.value(QStringLiteral("TIMPL"))), 6)
+            + rightJustified(roundedOr99(q.value(QStringLiteral("TDEP")), 0), 6) + QLatin1Char(' ')
+            + validation::Find_TillNAME(level));
+    }
+    w.comments(state().comments.CommentsTillage);
+}
+
+} // namespace quillon::format
