@@ -1,0 +1,114 @@
+#include "format/PlantingSection.h"
+
+#include "app/AppState.h"
+#include "app/RuntimeError.h"
+#include "app/UserInterface.h"
+#include "database/Sql.h"
+#include "format/Columns.h"
+#include "format/NumberText.h"
+#include "format/SectionValues.h"
+
+#include <QSqlQuery>
+
+namespace quillon::format {
+
+namespace {
+
+struct Column {
+    const char* field;
+    int start;
+    int length;
+    int width; // the writer's: right-justified in
+    const char* missing; // the writer's text for an empty cell
+};
+
+// The columns after the level and the planting date, in the order of the line.
+const Column columns[] = {
+    { "IEMRG", 10, 5, 6, "-99" },
+    { "PLANTS", 16, 5, 6, "-99.0" },
+    { "PLTPOP", 22, 5, 6, "-99.0" },
+    { "PLME", 28, 5, 6, "-99" },
+    { "PLDS", 34, 5, 6, "-99" },
+    { "ROWSPC", 40, 5, 6, "-99" },
+    { "AZIR", 46, 5, 6, "-99" },
+    { "SDEPTH", 52, 5, 6, "-99.0" },
+    { "SDWTPL", 58, 5, 6, "-99" },
+    { "SDAGE", 64, 5, 6, "-99" },
+    { "ATEMP", 70, 5, 6, "-99.0" },
+    { "PLPH", 76, 5, 6, "-99.0" },
+    { "SPRLAP", 82, 5, 6, "-99.0" },
+};
+
+// A temperature may be below zero: only below -10 is it missing.
+constexpr double TemperatureFloor = -10;
+
+QString textOr(const QVariant& value, const QString& missing)
+{
+    return isBlank(value) ? missing : trimSpaces(value.toString());
+}
+
+} // namespace
+
+void PlantRead(const QString& line)
+{
+    QVariant level;
+    try {
+        if (isComment(line)) {
+            appendComment(state().comments.CommentsPlanting, line);
+            return;
+        }
+        RowValues row(QStringLiteral("Planting"));
+        row.number(QStringLiteral("LNPLT"), leadingNumber(mid(line, 1, 3)));
+        level = row.values().front().second;
+        const QString date = column(line, 4, 5);
+        if (date.size() == 4)
+            row.text(QStringLiteral("YRPLT"), QLatin1Char('0') + date);
+        else
+            readColumn(row, QStringLiteral("YRPLT"), line, 4, 5);
+        for (const Column& col : columns) {
+            const QString field = QLatin1String(col.field);
+            readColumn(row, field, line, col.start, col.length,
+                field == QLatin1String("ATEMP") ? TemperatureFloor : 0);
+        }
+        readColumn(row, QStringLiteral("PLNAME"), line, 111, 60);
+        row.insert();
+    } catch (const RuntimeError& e) {
+        if (e.number() == err::DuplicateKey)
+            msgBox(QStringLiteral("duplicate levels in 'Planting'.") + QLatin1Char(' ') + QStringLiteral("Level")
+                    + QLatin1Char(' ') + levelText(level) + QLatin1Char(' ') + QStringLiteral("is read only once."),
+                MsgButtons::OK, MsgIcon::None, QStringLiteral("Error"));
+        else
+            reportError(e.text(), QStringLiteral(" in PlantRead/frmMain."));
+    }
+}
+
+void readPlantingSection(LineCursor& c)
+{
+    sectionLoop(c, state().comments.CommentsPlanting, PlantRead);
+}
+
+void writePlantingSection(FileWriter& w)
+{
+    QSqlQuery q = database::select(QStringLiteral("Select * From Planting Order By LNPLT"));
+    QStringList lines;
+    while (q.next()) {
+        const QVariant level = q.value(QStringLiteral("LNPLT"));
+        QString text = levelColumn(isBlank(level) ? QVariant(-99) : level)
+            + rightJustified(cellText(q.value(QStringLiteral("YRPLT")), QStringLiteral("-99")), 5);
+        for (const Column& col : columns)
+            text += rightJustified(cellText(q.value(QLatin1String(col.field)), QLatin1String(col.missing)), col.width);
+        // Columns 87 to 110 stay blank; the name begins in column 111.
+        text += QString(24, QLatin1Char(' ')) + textOr(q.value(QStringLiteral("PLNAME")), QStringLiteral("-99")).left(60);
+        lines << text;
+    }
+    if (lines.isEmpty())
+        return;
+    w.line();
+    w.line(QStringLiteral("*PLANTING DETAILS"));
+    w.line(QStringLiteral("@P PDATE EDATE  PPOP  PPOE  PLME  PLDS  PLRS  PLRD  PLDP  PLWT  PAGE  PENV  PLPH  SPRL                        PLNAME"));
+    for (const QString& line : lines)
+        w.line(line);
+    w.comments(state().comments.CommentsPlanting);
+}
+
+} // namespace quillon::format
