@@ -313,3 +313,32 @@ TEST_F(ExpidentifyTest, PlotBoxesOfAdditionalInformation)
     EXPECT_EQ(m_ui.messages[0].title, QStringLiteral("Error"));
     EXPECT_EQ(m_ui.messages[0].icon, MsgIcon::Critical);
 }
+
+TEST_F(ExpidentifyTest, LeavingABoxChecksItButAButtonWaitsForItsHandler)
+{
+    startNewFile();
+    m_window.show();
+    QApplication::setActiveWindow(&m_window);
+    QLineEdit* year = box("txtYear");
+    QLineEdit* site = box("TxtSitee");
+    year->setFocus(Qt::TabFocusReason);
+    year->setText(QStringLiteral("1900"));
+    site->setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(m_ui.texts(), QStringList { QStringLiteral("Enter a four digit year.") });
+    EXPECT_EQ(QApplication::focusWidget(), year);
+
+    // Focus to a button: no message until the button's handler settles.
+    m_ui.clear();
+    child<QPushButton>("cmdNext")->setFocus(Qt::MouseFocusReason);
+    EXPECT_TRUE(m_ui.messages.empty());
+    m_window.cmdNext_Click();
+    EXPECT_EQ(m_ui.texts(), QStringList { QStringLiteral("Enter a four digit year.") });
+    EXPECT_EQ(QApplication::focusWidget(), year);
+
+    // A mended entry lets the focus go.
+    m_ui.clear();
+    year->setText(QStringLiteral("1999"));
+    site->setFocus(Qt::TabFocusReason);
+    EXPECT_TRUE(m_ui.messages.empty());
+    EXPECT_EQ(QApplication::focusWidget(), site);
+}

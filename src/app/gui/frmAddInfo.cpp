@@ -5,6 +5,7 @@
 
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -79,14 +80,16 @@ frmAddInfo::frmAddInfo(QWidget* parent)
 
     auto* plot = new QGroupBox(tr("Plot details"), this);
     plot->setObjectName(QStringLiteral("fraPlot"));
-    auto* columns = new QHBoxLayout(plot);
-    columns->setSpacing(24);
+    auto* grid = new QGridLayout(plot);
+    grid->setHorizontalSpacing(10);
+    grid->setColumnMinimumWidth(2, 28);
+    grid->setColumnStretch(5, 1);
     std::vector<QWidget*> tabOrder { m_txtPEOPLE, m_txtADDRESS, m_txtSITE };
-    auto addColumn = [&](const BoxLabel* begin, const BoxLabel* end, const QString& heading) {
-        auto* form = new QFormLayout;
+    auto addColumn = [&](const BoxLabel* begin, const BoxLabel* end, const QString& heading, int column) {
         auto* title = new QLabel(QStringLiteral("<b>%1</b>").arg(heading), plot);
-        form->addRow(title);
-        for (const BoxLabel* b = begin; b != end; ++b) {
+        grid->addWidget(title, 0, column, 1, 2);
+        int row = 1;
+        for (const BoxLabel* b = begin; b != end; ++b, ++row) {
             const QString control = QLatin1String(b->control);
             const PlotField& field = fieldOf(control);
             QLineEdit* edit = textBox(plot, control, field.numeric ? 12 : (control == QLatin1String("txtPLAY") ? 5 : 15));
@@ -96,16 +99,18 @@ frmAddInfo::frmAddInfo(QWidget* parent)
                 edit->setPlaceholderText(QStringLiteral("-99"));
                 m_validation->watch(edit, [this, control] { return validatePlotBox(control); });
             }
-            edit->setMaximumWidth(field.numeric ? 110 : 160);
-            form->addRow(tr(b->caption), edit);
+            edit->setFixedWidth(field.numeric ? 90 : 130);
+            auto* label = new QLabel(tr(b->caption), plot);
+            label->setBuddy(edit);
+            grid->addWidget(label, row, column);
+            grid->addWidget(edit, row, column + 1, Qt::AlignLeft);
             m_boxes[control] = edit;
             tabOrder.push_back(edit);
         }
-        columns->addLayout(form);
     };
-    addColumn(std::begin(plotBoxes), std::end(plotBoxes), tr("Plot"));
-    addColumn(std::begin(harvestBoxes), std::end(harvestBoxes), tr("Harvest"));
-    columns->addStretch();
+    addColumn(std::begin(plotBoxes), std::end(plotBoxes), tr("Plot"), 0);
+    addColumn(std::begin(harvestBoxes), std::end(harvestBoxes), tr("Harvest"), 3);
+    grid->setRowStretch(static_cast<int>(std::size(plotBoxes)) + 1, 1);
 
     auto* buttons = new QDialogButtonBox(this);
     QPushButton* ok = buttons->addButton(QDialogButtonBox::Ok);
@@ -126,7 +131,7 @@ frmAddInfo::frmAddInfo(QWidget* parent)
     layout->addWidget(general);
     layout->addWidget(plot);
     layout->addWidget(buttons);
-    setMinimumWidth(620);
+    setMinimumWidth(600);
 }
 
 QLineEdit* frmAddInfo::box(const QString& control) const

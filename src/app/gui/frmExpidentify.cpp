@@ -94,6 +94,7 @@ frmExpidentify::frmExpidentify(QWidget* parent)
     m_DBCombo1->setPlaceholderText(tr("Select a crop"));
 
     buildLayout();
+    showCropState();
 
     connect(m_cmbType, &QComboBox::activated, this, &frmExpidentify::cmbType_Click);
     connect(m_DBCombo1, &QComboBox::activated, this, &frmExpidentify::DBCombo1_Click);
@@ -115,48 +116,61 @@ frmExpidentify::frmExpidentify(QWidget* parent)
 
 void frmExpidentify::buildLayout()
 {
+    // Every group's labels get the width of the widest, so that the boxes of
+    // all groups line up.
+    std::vector<QLabel*> rowLabels;
+    auto rowLabel = [&](const QString& text, QWidget* buddy, QWidget* parent) {
+        auto* label = new QLabel(text, parent);
+        label->setBuddy(buddy);
+        rowLabels.push_back(label);
+        return label;
+    };
+    auto inlineLabel = [](const QString& text, QWidget* buddy, QWidget* parent) {
+        auto* label = new QLabel(text, parent);
+        label->setBuddy(buddy);
+        return label;
+    };
+
     auto* fileBox = new QGroupBox(tr("File type and crop"), this);
     fileBox->setObjectName(QStringLiteral("fraType"));
-    auto* fileForm = new QFormLayout(fileBox);
-    fileForm->addRow(tr("&Type:"), m_cmbType);
-    fileForm->addRow(tr("&Crop:"), m_DBCombo1);
-    fileForm->addRow(QString(), m_lblCropNote);
+    m_typeForm = new QFormLayout(fileBox);
+    m_typeForm->addRow(rowLabel(tr("&Type:"), m_cmbType, fileBox), m_cmbType);
+    m_typeForm->addRow(rowLabel(tr("&Crop:"), m_DBCombo1, fileBox), m_DBCombo1);
+    m_typeForm->addRow(rowLabel(QString(), nullptr, fileBox), m_lblCropNote);
 
     auto* idBox = new QGroupBox(tr("Identification"), this);
     idBox->setObjectName(QStringLiteral("fraIdentification"));
     auto* idForm = new QFormLayout(idBox);
     auto* codes = new QHBoxLayout;
     codes->addWidget(m_txtINSTE);
-    auto* siteLabel = new QLabel(tr("&Site code:"), idBox);
-    siteLabel->setBuddy(m_TxtSitee);
-    codes->addSpacing(12);
-    codes->addWidget(siteLabel);
+    codes->addSpacing(16);
+    codes->addWidget(inlineLabel(tr("&Site code:"), m_TxtSitee, idBox));
     codes->addWidget(m_TxtSitee);
     codes->addStretch();
-    idForm->addRow(tr("&Institute code:"), codes);
+    idForm->addRow(rowLabel(tr("&Institute code:"), m_txtINSTE, idBox), codes);
 
-    auto* number = new QHBoxLayout;
-    number->addWidget(m_txtYear);
-    auto* numberLabel = new QLabel(tr("N&umber:"), idBox);
-    numberLabel->setBuddy(m_txtNumber);
-    number->addSpacing(12);
-    number->addWidget(numberLabel);
-    number->addWidget(m_txtNumber);
-    auto* exptLabel = new QLabel(tr("E&xperiment number:"), idBox);
-    exptLabel->setBuddy(m_TxtEXPTNO);
-    number->addSpacing(12);
-    number->addWidget(exptLabel);
-    number->addWidget(m_TxtEXPTNO);
-    number->addStretch();
-    idForm->addRow(tr("&Year:"), number);
-    idForm->addRow(QString(), hint(identity_text::fileNameRule(), idBox, "lblFileNameRule"));
-    idForm->addRow(tr("File name:"), m_lblFileName);
+    auto* yearRow = new QHBoxLayout;
+    yearRow->addWidget(m_txtYear);
+    yearRow->addSpacing(16);
+    yearRow->addWidget(inlineLabel(tr("N&umber:"), m_txtNumber, idBox));
+    yearRow->addWidget(m_txtNumber);
+    yearRow->addStretch();
+    idForm->addRow(rowLabel(tr("&Year:"), m_txtYear, idBox), yearRow);
+    idForm->addRow(rowLabel(tr("E&xperiment number:"), m_TxtEXPTNO, idBox), m_TxtEXPTNO);
+    idForm->addRow(rowLabel(tr("File name:"), nullptr, idBox), m_lblFileName);
+    idForm->addRow(rowLabel(QString(), nullptr, idBox), hint(identity_text::fileNameRule(), idBox, "lblFileNameRule"));
 
     auto* nameBox = new QGroupBox(tr("Experiment"), this);
     nameBox->setObjectName(QStringLiteral("fraExperiment"));
     auto* nameForm = new QFormLayout(nameBox);
-    nameForm->addRow(tr("&Name:"), m_TxtENAME);
+    nameForm->addRow(rowLabel(tr("&Name:"), m_TxtENAME, nameBox), m_TxtENAME);
     nameForm->addRow(m_lblPleseEntExpNam);
+
+    int labelWidth = 0;
+    for (QLabel* label : rowLabels)
+        labelWidth = std::max(labelWidth, label->sizeHint().width());
+    for (QLabel* label : rowLabels)
+        label->setMinimumWidth(labelWidth);
 
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(m_cmdAddInfo);
@@ -172,11 +186,11 @@ void frmExpidentify::buildLayout()
     layout->addStretch();
     layout->addLayout(buttons);
 
-    const QWidget* order[] = { m_cmbType, m_DBCombo1, m_txtINSTE, m_TxtSitee, m_txtYear, m_txtNumber, m_TxtEXPTNO,
+    QWidget* const order[] = { m_cmbType, m_DBCombo1, m_txtINSTE, m_TxtSitee, m_txtYear, m_txtNumber, m_TxtEXPTNO,
         m_TxtENAME, m_cmdAddInfo, m_cmdNext };
     for (size_t i = 1; i < std::size(order); ++i)
-        setTabOrder(const_cast<QWidget*>(order[i - 1]), const_cast<QWidget*>(order[i]));
-    setMinimumWidth(560);
+        setTabOrder(order[i - 1], order[i]);
+    setMinimumWidth(600);
 }
 
 void frmExpidentify::Form_Load()
@@ -347,7 +361,7 @@ void frmExpidentify::showCropState()
 {
     const bool experimental = fileType() == FileType::Experimental;
     m_DBCombo1->setEnabled(experimental);
-    m_lblCropNote->setVisible(!experimental);
+    m_typeForm->setRowVisible(m_lblCropNote, !experimental);
 }
 
 void frmExpidentify::DBCombo1_Click()

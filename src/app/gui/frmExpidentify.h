@@ -6,6 +6,7 @@
 #include <QWidget>
 
 class QComboBox;
+class QFormLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -79,6 +80,7 @@ private:
     QComboBox* m_cmbType;
     QComboBox* m_DBCombo1;
     QLabel* m_lblCropNote;
+    QFormLayout* m_typeForm = nullptr;
     QLineEdit* m_txtINSTE;
     QLineEdit* m_TxtSitee;
     QLineEdit* m_txtYear;

@@ -13,6 +13,7 @@
 #include <QPushButton>
 #include <QShortcut>
 #include <QTextBlock>
+#include <QAbstractTextDocumentLayout>
 #include <QTextDocument>
 #include <QVBoxLayout>
 
@@ -165,8 +166,17 @@ bool printText(const QString& text, const PrintChoice& choice, const QFont& font
     if (!printer.isValid())
         return false;
     printer.setDocName(QStringLiteral("Quillon"));
+    printer.setPageMargins(QMarginsF(15, 15, 15, 15), QPageLayout::Millimeter);
+    // Laid out on the printer's own page, the text goes out as it stands:
+    // no page numbers or margins of the document's own.
     QTextDocument document;
+    document.documentLayout()->setPaintDevice(&printer);
+    document.setPageSize(printer.pageRect(QPrinter::DevicePixel).size());
+    document.setDocumentMargin(0);
     document.setDefaultFont(font);
+    QTextOption option = document.defaultTextOption();
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    document.setDefaultTextOption(option);
     document.setPlainText(text);
     document.print(&printer);
     return printer.printerState() != QPrinter::Error;
