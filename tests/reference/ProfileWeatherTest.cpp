@@ -6,6 +6,8 @@
 #include "reference/SuiteFixture.h"
 #include "support/QtPrinters.h"
 
+#include <QFile>
+
 namespace quillon::test {
 namespace {
 
@@ -86,6 +88,22 @@ TEST_F(ProfileWeatherTest, WeatherFilesGiveFileAndStationRows)
         QStringLiteral("abcd0001"));
     EXPECT_EQ(database::rowCount(QStringLiteral("TotalWeatherLookup")), 11);
     EXPECT_EQ(rowsOf(QStringLiteral("SELECT DISTINCT Observed FROM TotalWeatherLookup")), QStringList { QStringLiteral("X") });
+}
+
+TEST_F(ProfileWeatherTest, UnreadableWeatherFileStopsTheRoutine)
+{
+    writeProfile();
+    write(QStringLiteral("Weather/ABCD9901.WTH"), { QStringLiteral("*WEATHER DATA : Alpha") });
+    // A link whose target is gone is listed but can't be opened.
+    ASSERT_TRUE(QFile::link(path(QStringLiteral("gone.txt")), path(QStringLiteral("Weather/EFGH9901.WTH"))));
+
+    LocateAvailableData();
+
+    EXPECT_EQ(m_ui.texts(), QStringList { QStringLiteral("File not foundin LocateAvailableData.") });
+    // What was stored stays; the genotype step never came.
+    EXPECT_EQ(database::rowCount(QStringLiteral("WeatherLookup")), 1);
+    EXPECT_EQ(database::rowCount(QStringLiteral("TotalWeatherLookup")), 0);
+    EXPECT_TRUE(state().GenotypeFolder.isEmpty());
 }
 
 TEST_F(ProfileWeatherTest, YearPivotOfObservedFiles)

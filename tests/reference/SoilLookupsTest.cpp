@@ -6,6 +6,8 @@
 #include "reference/SuiteFixture.h"
 #include "support/QtPrinters.h"
 
+#include <QFile>
+
 namespace quillon::test {
 namespace {
 
@@ -65,6 +67,17 @@ TEST_F(SoilLookupsTest, NoSoilLocationEndsTheProgram)
     database::exec(QStringLiteral("DELETE FROM TERVAPRO WHERE Code = 'SLD'"));
     EXPECT_THROW(CreateSoilLookup(), ProgramEnded);
     EXPECT_EQ(m_ui.texts(), QStringList { QStringLiteral("Cannot locate Soil files.") });
+}
+
+TEST_F(SoilLookupsTest, SoilFileThatCantBeOpenedEndsTheProgram)
+{
+    write(QStringLiteral("Soil/SOIL.SOL"), soilProfile(QStringLiteral("IBGN000001"), QStringLiteral("First"), {}));
+    ASSERT_TRUE(QFile::link(path(QStringLiteral("gone.txt")), path(QStringLiteral("Soil/AB.SOL"))));
+
+    EXPECT_THROW(CreateSoilLookup(), ProgramEnded);
+    EXPECT_EQ(m_ui.texts(),
+        QStringList { QStringLiteral("Cannot open file ") + path(QStringLiteral("Soil/AB.SOL"))
+            + QStringLiteral(". File not found") });
 }
 
 TEST_F(SoilLookupsTest, LayersOfTheFirstBlockOfTheChosenSoil)
