@@ -3,17 +3,15 @@
 #include "app/AppState.h"
 #include "app/RuntimeError.h"
 #include "app/UserInterface.h"
-#include "database/Schema.h"
 #include "database/Sql.h"
 #include "format/Columns.h"
 #include "format/NumberText.h"
+#include "format/SectionValues.h"
 #include "format/TextLines.h"
 #include "reference/SimDefaults.h"
 
 #include <QSqlError>
 #include <QSqlRecord>
-
-#include <cmath>
 
 namespace quillon::format::simulation {
 
@@ -21,11 +19,6 @@ using reference::SimGroup;
 using reference::simDefaults;
 
 namespace {
-
-// The database's refusal of a text that isn't a number in a numeric column.
-constexpr int DataTypeConversion = 3421;
-
-QVariant nonNullText(const QString& text) { return text.isEmpty() ? QVariant(QStringLiteral("")) : QVariant(text); }
 
 bool isNumber(const QVariant& value)
 {
@@ -41,33 +34,15 @@ bool isNumber(const QVariant& value)
     }
 }
 
-// A value as the column of `table` takes it.
+// A value as the column of `table` takes it: a default member as the
+// number or text it is, text from the file converted by the column's type.
 QVariant storable(const QString& table, const QString& column, const QVariant& value)
 {
     if (value.isNull())
         return value;
-    const database::TableDef* def = database::findTable(table);
-    database::FieldType type = database::FieldType::Text;
-    if (def) {
-        for (const database::FieldDef& f : def->fields) {
-            if (f.name.compare(column, Qt::CaseInsensitive) == 0)
-                type = f.type;
-        }
-    }
-    if (type == database::FieldType::Text)
-        return nonNullText(isNumber(value) ? NumText(value) : value.toString());
-
-    double number = 0;
-    if (isNumber(value)) {
-        number = value.toDouble();
-    } else {
-        if (!isNumeric(value.toString()))
-            throw RuntimeError(DataTypeConversion, QStringLiteral("Data type conversion error."));
-        number = leadingNumber(value.toString());
-    }
-    if (type == database::FieldType::Single)
-        return QVariant(static_cast<double>(static_cast<float>(number)));
-    return QVariant(static_cast<qlonglong>(std::nearbyint(number)));
+    if (isNumber(value))
+        return fieldNumber(table, column, value.toDouble());
+    return fieldValue(table, column, value.toString());
 }
 
 } // namespace

@@ -278,7 +278,7 @@ QVariant SimDefaults::member(const QString& column) const
     if (m->whole)
         return QVariant(int(this->*m->whole));
     if (m->real)
-        return QVariant(this->*m->real);
+        return QVariant(static_cast<double>(this->*m->real));
     return text(this->*m->text);
 }
 
