@@ -253,14 +253,7 @@ TEST_F(SimulationSectionTest, WhereReadingStops)
     // takes one line, and outside forecast mode a dates group is left to the
     // dispatch.
     for (const char* marker : { "@ AUTOMATA", "@AUTOMATIC", "@   AUTOMATIC", "@    AUT" }) {
-        database::exec(QStringLiteral("DELETE FROM SimulationControl"));
-        database::exec(QStringLiteral("DELETE FROM AutoManagementHarvest"));
-        database::exec(QStringLiteral("DELETE FROM SimulationControlOptions"));
-        database::exec(QStringLiteral("DELETE FROM SimulationControlMethods"));
-        database::exec(QStringLiteral("DELETE FROM SimulationControlManagement"));
-        database::exec(QStringLiteral("DELETE FROM SimulationControlOutputs"));
-        for (const char* t : { "Planting", "Irrigation", "Nitrogen", "Residues" })
-            database::exec(QStringLiteral("DELETE FROM AutoManagement%1").arg(QLatin1String(t)));
+        clearControls();
         lines = levelOne();
         lines[11] = QString::fromLatin1(marker);
         lines << QStringLiteral("@N SIMDATES    ENDAT    SDUR   FODAT") << QStringLiteral(" 1 SI          2025100");
@@ -300,32 +293,13 @@ TEST_F(SimulationSectionTest, WritesEveryLevelInColumns)
             { QStringLiteral("ISWWAT"), QStringLiteral("N") } });
     database::exec(QStringLiteral("UPDATE AutoManagementIrrigation SET EFFIRR = 0.5, IOFF = NULL"));
 
-    const QStringList expected {
-        QString(),
-        QStringLiteral("*SIMULATION CONTROLS"),
-        GeneralHeader,
-        QStringLiteral(" 1 GE              1     1     S 98001  2150 Rainfed wheat             KESTRAL"),
-        OptionsHeader,
-        QStringLiteral(" 1 OP              Y     Y     N     N     N     N     N     N     M"),
-        MethodsHeader,
-        QStringLiteral(" 1 ME              M     M     E     R     S     L     R     1     G     S     2"),
-        ManagementHeader,
-        QStringLiteral(" 1 MA              R     R     R     N     M"),
-        OutputsHeader,
-        QStringLiteral(" 1 OU              N     Y     Y     1     Y     N     Y     Y     N     N     Y     N     Y     A"),
-        QString(),
-        QStringLiteral("@  AUTOMATIC MANAGEMENT"),
-        QStringLiteral("@N PLANTING    PFRST PLAST PH2OL PH2OU PH2OD PSTMX PSTMN"),
-        QStringLiteral(" 1 PL          99150 98200    40   100    30    40    10"),
-        QStringLiteral("@N IRRIGATION  IMDEP ITHRL ITHRU IROFF IMETH IRAMT IREFF"),
-        QStringLiteral(" 1 IR             30    50   100 GS000 IR001    10  0.50"),
-        QStringLiteral("@N NITROGEN    NMDEP NMTHR NAMNT NCODE NAOFF"),
-        QStringLiteral(" 1 NI             30    50    25 FE001 GS000"),
-        QStringLiteral("@N RESIDUES    RIPCN RTIME RIDEP"),
-        QStringLiteral(" 1 RE            100     1    20"),
-        QStringLiteral("@N HARVEST     HFRST HLAST HPCNP HPCNR"),
-        QStringLiteral(" 1 HA              0 98300   100     0"),
-        QString(),
+    // Level 1 comes back as it was read, with its completed dates and the
+    // efficiency through its mask.
+    QStringList expected = QStringList { QString(), QStringLiteral("*SIMULATION CONTROLS") } + levelOne();
+    expected[2 + 13] = QStringLiteral(" 1 PL          99150 98200    40   100    30    40    10");
+    expected[2 + 15] = QStringLiteral(" 1 IR             30    50   100 GS000 IR001    10  0.50");
+    expected[2 + 21] = QStringLiteral(" 1 HA              0 98300   100     0");
+    expected += {
         GeneralHeader,
         QStringLiteral("123GE              1     1     S   -99  2150 A title that is much long"),
         OptionsHeader,
@@ -399,12 +373,8 @@ TEST_F(SimulationSectionTest, WrittenTextReadsBackToTheSameText)
     const QStringList first = written();
     ASSERT_EQ(first.size(), 2 + 2 * 23 + 1);
 
-    auto again = [this](const QStringList& text) {
-        for (const char* t : { "SimulationControl", "SimulationControlOptions", "SimulationControlMethods",
-                 "SimulationControlManagement", "SimulationControlOutputs", "AutoManagementPlanting",
-                 "AutoManagementIrrigation", "AutoManagementNitrogen", "AutoManagementResidues",
-                 "AutoManagementHarvest", "AutoManagementSimdates" })
-            database::exec(QStringLiteral("DELETE FROM %1").arg(QLatin1String(t)));
+    auto again = [](const QStringList& text) {
+        clearControls();
         LineCursor c = LineCursor::fromLines(text);
         ++c.i; // the section line
         while (!c.atEnd())

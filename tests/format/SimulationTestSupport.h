@@ -47,6 +47,13 @@ protected:
                     { QStringLiteral("Description"), QStringLiteral("a model") }, { QStringLiteral("Type"), 19 } });
     }
 
+    // Empties every group table.
+    static void clearControls()
+    {
+        for (const reference::SimGroup& g : reference::simGroups())
+            database::exec(QStringLiteral("DELETE FROM [%1]").arg(g.table));
+    }
+
     static QStringList rows(const char* table)
     {
         return rowsOf(QStringLiteral("SELECT * FROM %1 ORDER BY rowid").arg(QLatin1String(table)));

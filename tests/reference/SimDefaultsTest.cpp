@@ -112,40 +112,34 @@ TEST_F(SimDefaultsTest, ReadsEveryLineByItsIndexFromTheGeneralHeader)
     LoadSimDefaults();
     const SimDefaults& d = simDefaults();
 
-    EXPECT_EQ(d.NYRS, 3);
-    EXPECT_EQ(d.NREPSQ, 2);
-    EXPECT_EQ(d.ISIMI, QStringLiteral("P"));
-    EXPECT_EQ(d.YRSIM, QStringLiteral("98150"));
-    EXPECT_EQ(d.RSEED, 1234.0f);
-    EXPECT_EQ(d.TITSIM, QStringLiteral("My defaults title       ")); // 24 positions, as they stand
-    EXPECT_EQ(d.Crop_Model, QStringLiteral("KESTRAL"));
-    EXPECT_EQ(QStringList({ d.ISWWAT, d.ISWNIT, d.ISWSYM, d.ISWPHO, d.ISWPOT, d.ISWDIS, d.ISCHEM, d.ISTILL, d.ISCO2 })
-                  .join(QString()),
+    auto join = [](const QStringList& l) { return l.join(QLatin1Char('|')); };
+    auto numbers = [](std::initializer_list<float> l) {
+        QStringList out;
+        for (float v : l)
+            out << QString::number(v);
+        return out.join(QLatin1Char('|'));
+    };
+    // Text as it stands: the title keeps its 24 positions.
+    EXPECT_EQ(join({ QString::number(d.NYRS), QString::number(d.NREPSQ), d.ISIMI, d.YRSIM, QString::number(d.RSEED),
+                  d.TITSIM, d.Crop_Model }),
+        QStringLiteral("3|2|P|98150|1234|My defaults title       |KESTRAL"));
+    EXPECT_EQ(d.ISWWAT + d.ISWNIT + d.ISWSYM + d.ISWPHO + d.ISWPOT + d.ISWDIS + d.ISCHEM + d.ISTILL + d.ISCO2,
         QStringLiteral("NYNYNYNYM"));
-    EXPECT_EQ(QStringList({ d.MEWTH, d.MESIC, d.MELI, d.MEEVP, d.MEINF, d.MEPHO, d.HYDRO, d.MESOM, d.MESEV, d.MESOL })
-                  .join(QString()),
-        QStringLiteral("WILEFPHSV3"));
-    EXPECT_EQ(d.NSWIT, 2);
-    EXPECT_EQ(QStringList({ d.IPLTI, d.IIRRI, d.IFERI, d.IRESI, d.IHARI }).join(QString()), QStringLiteral("ABCDE"));
-    EXPECT_EQ(QStringList({ d.IOX, d.IDETO, d.IDETS, d.IDETG, d.IDETC, d.IDETW, d.IDETN, d.IDETP, d.IDETD, d.VBOSE,
-                              d.CHOUT, d.OPOUT, d.FMOPT })
-                  .join(QString()),
-        QStringLiteral("YNNNYNNNYNYNC"));
-    EXPECT_EQ(d.FROP, 7);
+    EXPECT_EQ(d.MEWTH + d.MESIC + d.MELI + d.MEEVP + d.MEINF + d.MEPHO + d.HYDRO + QString::number(d.NSWIT) + d.MESOM
+            + d.MESEV + d.MESOL,
+        QStringLiteral("WILEFPH2SV3"));
+    EXPECT_EQ(d.IPLTI + d.IIRRI + d.IFERI + d.IRESI + d.IHARI, QStringLiteral("ABCDE"));
+    EXPECT_EQ(d.IOX + d.IDETO + d.IDETS + QString::number(d.FROP) + d.IDETG + d.IDETC + d.IDETW + d.IDETN + d.IDETP
+            + d.IDETD + d.VBOSE + d.CHOUT + d.OPOUT + d.FMOPT,
+        QStringLiteral("YNN7NYNNNYNYNC"));
     // The window dates are never read.
-    EXPECT_EQ(d.PWDINF, QStringLiteral("-99  "));
-    EXPECT_EQ(d.PWDINL, QStringLiteral("-99  "));
-    EXPECT_EQ(d.HLATE, QStringLiteral("-99  "));
-    EXPECT_EQ(QList<float>({ d.SWPLTL, d.SWPLTH, d.SWPLTD, d.PTX, d.PTTN }), QList<float>({ 41, 101, 31, 41, 11 }));
-    EXPECT_EQ(QList<float>({ d.DSOIL, d.THETAC, d.IEPT, d.AIRAMT, d.EFFIRR }),
-        QList<float>({ 31, 51, 101, 11, 0.9f }));
-    EXPECT_EQ(d.IOFF, QStringLiteral("GS001"));
-    EXPECT_EQ(d.IAME, QStringLiteral("IR002"));
-    EXPECT_EQ(QList<float>({ d.DSOILN, d.SOILNC, d.SOILNX }), QList<float>({ 31, 51, 26 }));
-    EXPECT_EQ(d.NCODE, QStringLiteral("FE002"));
-    EXPECT_EQ(d.NEND, QStringLiteral("GS001")); // five positions here, whatever follows
-    EXPECT_EQ(QList<float>({ d.RIP, d.NRESDL, d.DRESMG }), QList<float>({ 101, 2, 21 }));
-    EXPECT_EQ(QList<float>({ d.HDLAY, d.HPP, d.HRP }), QList<float>({ 31, 101, 31 }));
+    EXPECT_EQ(join({ d.PWDINF, d.PWDINL, d.HLATE }), QStringLiteral("-99  |-99  |-99  "));
+    EXPECT_EQ(numbers({ d.SWPLTL, d.SWPLTH, d.SWPLTD, d.PTX, d.PTTN }), QStringLiteral("41|101|31|41|11"));
+    EXPECT_EQ(numbers({ d.DSOIL, d.THETAC, d.IEPT, d.AIRAMT, d.EFFIRR }) + d.IOFF + d.IAME,
+        QStringLiteral("31|51|101|11|0.9GS001IR002"));
+    // The stage code takes five positions here, whatever follows.
+    EXPECT_EQ(numbers({ d.DSOILN, d.SOILNC, d.SOILNX }) + d.NCODE + d.NEND, QStringLiteral("31|51|26FE002GS001"));
+    EXPECT_EQ(numbers({ d.RIP, d.NRESDL, d.DRESMG, d.HDLAY, d.HPP, d.HRP }), QStringLiteral("101|2|21|31|101|31"));
     // Outside forecast mode the forecast members aren't touched.
     EXPECT_EQ(d.FODAT, QString());
     EXPECT_EQ(d.FONAME, QString());
