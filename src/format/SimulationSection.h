@@ -31,7 +31,8 @@ void SimOutputsRead(const QString& line);
 // first line not taken (or at the end), for the dispatch to look at. A
 // failure that no group reader absorbs replaces all simulation control and
 // automatic management rows by one level of defaults, and reading goes on
-// with the next line. Comment lines go to CommentsSimulation.
+// with the next line; should that reset fail too, its error is thrown to the
+// caller. Comment lines go to CommentsSimulation.
 void readSimulationControls(LineCursor& c);
 
 // The group tables in level order, for the writer: one list of rows per
