@@ -41,9 +41,16 @@ void readFirstGroup(const QString& line, const std::optional<qint64>& level, con
         row.number(QStringLiteral("LNFLD"), leadingNumber(mid(line, 1, 3)));
     row.text(QStringLiteral("FLDNAM"), name);
     static const Column cols[] = {
-        { "WSTA", 13, 8 }, { "SLOPE", 22, 5 }, { "FLOB", 28, 5 }, { "DFDRN", 34, 5 },
-        { "FLDD", 40, 5 }, { "SFDRN", 46, 5 }, { "FLST", 52, 5 }, { "SLTX", 58, 5 },
-        { "SLDP", 64, 5 }, { "SLNO", 70, 10 },
+        { "WSTA", 13, 8 },
+        { "SLOPE", 22, 5 },
+        { "FLOB", 28, 5 },
+        { "DFDRN", 34, 5 },
+        { "FLDD", 40, 5 },
+        { "SFDRN", 46, 5 },
+        { "FLST", 52, 5 },
+        { "SLTX", 58, 5 },
+        { "SLDP", 64, 5 },
+        { "SLNO", 70, 10 },
     };
     for (const Column& col : cols)
         readColumn(row, QLatin1String(col.field), line, col.start, col.length);
@@ -53,8 +60,10 @@ void readFirstGroup(const QString& line, const std::optional<qint64>& level, con
 
 void readSecondGroup(const QString& line)
 {
-    const QVariant level = fieldNumber(fields, QStringLiteral("LNFLD"), leadingNumber(mid(line, 1, 3)));
-    QSqlQuery q = database::select(QStringLiteral("SELECT rowid FROM Fields WHERE LNFLD = ?"), { level });
+    const QVariant level
+        = fieldNumber(fields, QStringLiteral("LNFLD"), leadingNumber(mid(line, 1, 3)));
+    QSqlQuery q
+        = database::select(QStringLiteral("SELECT rowid FROM Fields WHERE LNFLD = ?"), { level });
     if (!q.next())
         throw RuntimeError(err::NoCurrentRecord, QStringLiteral("No current record."));
     const qint64 rowid = q.value(0).toLongLong();
@@ -67,9 +76,15 @@ void readSecondGroup(const QString& line)
         bool exact; // coordinates may be negative: only -99 itself is missing
     };
     static const Coord cols[] = {
-        { "XCRD", 4, 17, true }, { "YCRD", 21, 15, true }, { "ELEV", 37, 9, true },
-        { "AREA", 47, 17, false }, { "SLEN", 64, 5, false }, { "FLWR", 70, 5, false },
-        { "SLAS", 76, 5, false }, { "FLHST", 82, 5, false }, { "FHDUR", 88, 5, false },
+        { "XCRD", 4, 17, true },
+        { "YCRD", 21, 15, true },
+        { "ELEV", 37, 9, true },
+        { "AREA", 47, 17, false },
+        { "SLEN", 64, 5, false },
+        { "FLWR", 70, 5, false },
+        { "SLAS", 76, 5, false },
+        { "FLHST", 82, 5, false },
+        { "FHDUR", 88, 5, false },
     };
     RowValues row(fields);
     for (const Coord& col : cols) {
@@ -99,7 +114,8 @@ int numericTail(const QString& name)
 
 bool nameTaken(const QString& name)
 {
-    return database::select(QStringLiteral("Select * From Fields Where FLDNAM = '") + name + QStringLiteral("'"))
+    return database::select(
+        QStringLiteral("Select * From Fields Where FLDNAM = '") + name + QStringLiteral("'"))
         .next();
 }
 
@@ -146,7 +162,10 @@ QString textOr(const QVariant& value, const QString& missing)
     return isBlank(value) ? missing : trimSpaces(value.toString());
 }
 
-QString spaces(int count) { return QString(qMax(0, count), QLatin1Char(' ')); }
+QString spaces(int count)
+{
+    return QString(qMax(0, count), QLatin1Char(' '));
+}
 
 QString firstGroupLine(const QSqlQuery& q)
 {
@@ -180,14 +199,21 @@ QString secondGroupLine(const QSqlQuery& q)
         const char* missing;
     };
     static const Cell cells[] = {
-        { "XCRD", 15, "-99.00000" }, { "YCRD", 16, "-99.00000" }, { "ELEV", 10, "-99.00" },
-        { "AREA", 18, "-99.0" }, { "SLEN", 6, "-99.0" }, { "FLWR", 6, "-99.0" },
-        { "SLAS", 6, "-99.0" }, { "FLHST", 6, "-99" }, { "FHDUR", 6, "-99" },
+        { "XCRD", 15, "-99.00000" },
+        { "YCRD", 16, "-99.00000" },
+        { "ELEV", 10, "-99.00" },
+        { "AREA", 18, "-99.0" },
+        { "SLEN", 6, "-99.0" },
+        { "FLWR", 6, "-99.0" },
+        { "SLAS", 6, "-99.0" },
+        { "FLHST", 6, "-99" },
+        { "FHDUR", 6, "-99" },
     };
     const QVariant level = q.value(QStringLiteral("LNFLD"));
     QString text = levelColumn(isBlank(level) ? QVariant(-99) : level);
     for (const Cell& cell : cells)
-        text += rightJustified(cellText(q.value(QLatin1String(cell.field)), QLatin1String(cell.missing)), cell.width);
+        text += rightJustified(
+            cellText(q.value(QLatin1String(cell.field)), QLatin1String(cell.missing)), cell.width);
     return text;
 }
 
@@ -215,8 +241,10 @@ void FieldRead(const QString& line, int group, int lineNumber)
             return;
         } catch (const RuntimeError& e) {
             if (e.number() == err::DuplicateKey && group == 1 && renames < MaxRenames) {
-                const QString oldLevel
-                    = level ? QString::number(*level) : levelText(fieldNumber(fields, QStringLiteral("LNFLD"), leadingNumber(mid(line, 1, 3))));
+                const QString oldLevel = level
+                    ? QString::number(*level)
+                    : levelText(fieldNumber(
+                        fields, QStringLiteral("LNFLD"), leadingNumber(mid(line, 1, 3))));
                 try {
                     name = nextFreeName(name);
                     level = nextFreeLevel();
@@ -225,18 +253,21 @@ void FieldRead(const QString& line, int group, int lineNumber)
                     return;
                 }
                 msgBox(QStringLiteral("Duplicate data in 'Fields'.") + QLatin1Char(' ')
-                        + QStringLiteral("The data in level") + QLatin1Char(' ') + oldLevel + QLatin1Char(' ')
-                        + QStringLiteral("will be read as") + QStringLiteral(" '") + QString::number(*level)
-                        + QStringLiteral("   ") + name + QStringLiteral(" .......'"),
+                        + QStringLiteral("The data in level") + QLatin1Char(' ') + oldLevel
+                        + QLatin1Char(' ') + QStringLiteral("will be read as")
+                        + QStringLiteral(" '") + QString::number(*level) + QStringLiteral("   ")
+                        + name + QStringLiteral(" .......'"),
                     MsgButtons::OK, MsgIcon::Exclamation);
                 continue;
             }
             if (e.number() == err::ObjectNotSet) {
-                msgBox(QStringLiteral("Database is already open. Please close it and start Quillon again."));
+                msgBox(QStringLiteral(
+                    "Database is already open. Please close it and start Quillon again."));
                 endProgram();
             }
             if (e.number() == err::NoCurrentRecord)
-                msgBox(QStringLiteral("Format in Field section is incorrect. Some data could be lost."),
+                msgBox(QStringLiteral(
+                           "Format in Field section is incorrect. Some data could be lost."),
                     MsgButtons::OK, MsgIcon::None, QStringLiteral("Error"));
             else
                 reportError(e.text(), QStringLiteral(" in FieldRead/frmMain"));
@@ -283,15 +314,18 @@ void writeFieldsSection(FileWriter& w)
         second << secondGroupLine(q);
     }
     if (first.isEmpty()) {
-        msgBox(QStringLiteral("No Field data available."), MsgButtons::OK, MsgIcon::None, QStringLiteral("Error"));
+        msgBox(QStringLiteral("No Field data available."), MsgButtons::OK, MsgIcon::None,
+            QStringLiteral("Error"));
         return;
     }
     w.line();
     w.line(QStringLiteral("*FIELDS"));
-    w.line(QStringLiteral("@L ID_FIELD WSTA....  FLSA  FLOB  FLDT  FLDD  FLDS  FLST SLTX  SLDP  ID_SOIL    FLNAME"));
+    w.line(QStringLiteral(
+        "@L ID_FIELD WSTA....  FLSA  FLOB  FLDT  FLDD  FLDS  FLST SLTX  SLDP  ID_SOIL    FLNAME"));
     for (const QString& line : first)
         w.line(line);
-    w.line(QStringLiteral("@L ...........XCRD ...........YCRD .....ELEV .............AREA .SLEN .FLWR .SLAS FLHST FHDUR"));
+    w.line(QStringLiteral("@L ...........XCRD ...........YCRD .....ELEV .............AREA .SLEN "
+                          ".FLWR .SLAS FLHST FHDUR"));
     for (const QString& line : second)
         w.line(line);
     w.comments(state().comments.CommentsFields);

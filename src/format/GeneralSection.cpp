@@ -21,7 +21,8 @@ const QString site = QStringLiteral("@SITE");
 const QString plot = QStringLiteral("@ PAREA ");
 const QString notes = QStringLiteral("@NOTES");
 
-const QString plotHeader = QStringLiteral("@ PAREA  PRNO  PLEN  PLDR  PLSP  PLAY HAREA  HRNO  HLEN  HARM.........");
+const QString plotHeader
+    = QStringLiteral("@ PAREA  PRNO  PLEN  PLDR  PLSP  PLAY HAREA  HRNO  HLEN  HARM.........");
 
 // People, Address and Site as the reader holds them while a file is read.
 struct HeldGeneral {
@@ -51,14 +52,19 @@ void loadHeld()
     held() = h;
 }
 
-QString nonNull(const QString& text) { return text.isNull() ? QStringLiteral("") : text; }
+QString nonNull(const QString& text)
+{
+    return text.isNull() ? QStringLiteral("") : text;
+}
 
 void storeGeneralInfo()
 {
     const HeldGeneral& h = held();
     const QVariantList values { nonNull(h.people), nonNull(h.address), nonNull(h.site) };
     if (database::rowCount(QStringLiteral("GeneralInfo")) == 0)
-        database::exec(QStringLiteral("INSERT INTO GeneralInfo (PEOPLE, ADDRESS, SITE) VALUES (?, ?, ?)"), values);
+        database::exec(
+            QStringLiteral("INSERT INTO GeneralInfo (PEOPLE, ADDRESS, SITE) VALUES (?, ?, ?)"),
+            values);
     else
         database::exec(QStringLiteral("UPDATE GeneralInfo SET PEOPLE = ?, ADDRESS = ?, SITE = ? "
                                       "WHERE rowid = (SELECT MIN(rowid) FROM GeneralInfo)"),
@@ -94,9 +100,10 @@ QString cutToBound(const QString& line, int bound)
 
 void warnTooLong(const QString& line, const QString& header, int lineNumber, int allowed)
 {
-    msgBox(QStringLiteral("Line #") + QString::number(lineNumber) + QStringLiteral(" '") + line.left(15)
-        + QStringLiteral("...' in ") + header + QStringLiteral("\n\r")
-        + QStringLiteral(" exceeded maximum allowable length of %1 charaters. Some information will be lost.")
+    msgBox(QStringLiteral("Line #") + QString::number(lineNumber) + QStringLiteral(" '")
+        + line.left(15) + QStringLiteral("...' in ") + header + QStringLiteral("\n\r")
+        + QStringLiteral(
+            " exceeded maximum allowable length of %1 charaters. Some information will be lost.")
               .arg(allowed));
 }
 
@@ -216,7 +223,8 @@ void readGeneralSection(LineCursor& c, const QString& fixedHeader)
 
 void writeGeneralSection(FileWriter& w)
 {
-    const QVariantList general = firstRow(QStringLiteral("SELECT PEOPLE, ADDRESS, SITE FROM GeneralInfo"));
+    const QVariantList general
+        = firstRow(QStringLiteral("SELECT PEOPLE, ADDRESS, SITE FROM GeneralInfo"));
     const QVariantList plotRow = firstRow(QStringLiteral(
         "SELECT PAREA, PRNO, PLEN, PLDR, PLSP, PLAY, HAREA, HRNO, HLEN, HARM FROM PlotInfo"));
 
@@ -267,7 +275,8 @@ void writeGeneralSection(FileWriter& w)
         for (int i = 0; i < 10; ++i) {
             const Col& col = cols[i];
             text += rightJustified(
-                maskedCell(plotRow.value(i), QLatin1String(col.mask), QLatin1String(col.missing)), col.width);
+                maskedCell(plotRow.value(i), QLatin1String(col.mask), QLatin1String(col.missing)),
+                col.width);
         }
         w.line(text);
     }

@@ -74,8 +74,9 @@ void PlantRead(const QString& line)
         row.insert();
     } catch (const RuntimeError& e) {
         if (e.number() == err::DuplicateKey)
-            msgBox(QStringLiteral("duplicate levels in 'Planting'.") + QLatin1Char(' ') + QStringLiteral("Level")
-                    + QLatin1Char(' ') + levelText(level) + QLatin1Char(' ') + QStringLiteral("is read only once."),
+            msgBox(QStringLiteral("duplicate levels in 'Planting'.") + QLatin1Char(' ')
+                    + QStringLiteral("Level") + QLatin1Char(' ') + levelText(level)
+                    + QLatin1Char(' ') + QStringLiteral("is read only once."),
                 MsgButtons::OK, MsgIcon::None, QStringLiteral("Error"));
         else
             reportError(e.text(), QStringLiteral(" in PlantRead/frmMain."));
@@ -96,16 +97,19 @@ void writePlantingSection(FileWriter& w)
         QString text = levelColumn(isBlank(level) ? QVariant(-99) : level)
             + rightJustified(cellText(q.value(QStringLiteral("YRPLT")), QStringLiteral("-99")), 5);
         for (const Column& col : columns)
-            text += rightJustified(cellText(q.value(QLatin1String(col.field)), QLatin1String(col.missing)), col.width);
+            text += rightJustified(
+                cellText(q.value(QLatin1String(col.field)), QLatin1String(col.missing)), col.width);
         // Columns 87 to 110 stay blank; the name begins in column 111.
-        text += QString(24, QLatin1Char(' ')) + textOr(q.value(QStringLiteral("PLNAME")), QStringLiteral("-99")).left(60);
+        text += QString(24, QLatin1Char(' '))
+            + textOr(q.value(QStringLiteral("PLNAME")), QStringLiteral("-99")).left(60);
         lines << text;
     }
     if (lines.isEmpty())
         return;
     w.line();
     w.line(QStringLiteral("*PLANTING DETAILS"));
-    w.line(QStringLiteral("@P PDATE EDATE  PPOP  PPOE  PLME  PLDS  PLRS  PLRD  PLDP  PLWT  PAGE  PENV  PLPH  SPRL                        PLNAME"));
+    w.line(QStringLiteral("@P PDATE EDATE  PPOP  PPOE  PLME  PLDS  PLRS  PLRD  PLDP  PLWT  PAGE  "
+                          "PENV  PLPH  SPRL                        PLNAME"));
     for (const QString& line : lines)
         w.line(line);
     w.comments(state().comments.CommentsPlanting);

@@ -72,7 +72,10 @@ void RowValues::number(const QString& field, double number)
     replace(field, fieldNumber(m_table, field, number));
 }
 
-void RowValues::null(const QString& field) { replace(field, QVariant()); }
+void RowValues::null(const QString& field)
+{
+    replace(field, QVariant());
+}
 
 void RowValues::replace(const QString& field, const QVariant& value)
 {
@@ -85,7 +88,10 @@ void RowValues::replace(const QString& field, const QVariant& value)
     m_values.emplace_back(field, value);
 }
 
-void RowValues::insert() const { database::insertRow(m_table, m_values); }
+void RowValues::insert() const
+{
+    database::insertRow(m_table, m_values);
+}
 
 void RowValues::update(qint64 rowid) const
 {
@@ -98,12 +104,13 @@ void RowValues::update(qint64 rowid) const
         params << entry.second;
     }
     params << rowid;
-    database::exec(QStringLiteral("UPDATE [%1] SET %2 WHERE rowid = ?").arg(m_table, sets.join(QStringLiteral(", "))),
+    database::exec(QStringLiteral("UPDATE [%1] SET %2 WHERE rowid = ?")
+                       .arg(m_table, sets.join(QStringLiteral(", "))),
         params);
 }
 
-void readColumn(RowValues& row, const QString& field, const QString& line, int start, int length,
-    double floor)
+void readColumn(
+    RowValues& row, const QString& field, const QString& line, int start, int length, double floor)
 {
     const QString text = column(line, start, length);
     if (text.isEmpty())
@@ -132,12 +139,16 @@ QString maskedCell(const QVariant& value, const QString& mask, const QString& mi
     return number ? maskedNumber(value, mask) : NumText(value);
 }
 
-QString levelText(const QVariant& level) { return NumText(level); }
+QString levelText(const QVariant& level)
+{
+    return NumText(level);
+}
 
 QString duplicateLevelsText(const QString& what, const QVariant& level)
 {
-    return QStringLiteral("Duplicate levels in '%1'.").arg(what) + QLatin1Char(' ') + QStringLiteral("Level")
-        + QLatin1Char(' ') + levelText(level) + QLatin1Char(' ') + QStringLiteral("is read only once.");
+    return QStringLiteral("Duplicate levels in '%1'.").arg(what) + QLatin1Char(' ')
+        + QStringLiteral("Level") + QLatin1Char(' ') + levelText(level) + QLatin1Char(' ')
+        + QStringLiteral("is read only once.");
 }
 
 } // namespace quillon::format

@@ -60,12 +60,18 @@ void readGroup(LineCursor& c, QString& comments, Ends&& ends, Reader&& reader)
     }
 }
 
-bool startsWith(const QString& line, char c) { return line.startsWith(QLatin1Char(c)); }
+bool startsWith(const QString& line, char c)
+{
+    return line.startsWith(QLatin1Char(c));
+}
 
 // The text of an initial-conditions header from its third column on, which
 // tells a level group ("PCR") from a layer group ("ICBL") whatever the
 // number of blanks behind "@C".
-QString headerWord(const QString& line) { return trimSpaces(mid(line, 3)); }
+QString headerWord(const QString& line)
+{
+    return trimSpaces(mid(line, 3));
+}
 
 } // namespace
 
@@ -109,8 +115,9 @@ void SoilLayersRead(const QString& line)
             return;
         }
         readLayer(QStringLiteral("SoilLayers"), QStringLiteral("LNSA"), line,
-            { { "SABL", 4, 5 }, { "SADM", 10, 5 }, { "SAOC", 16, 5 }, { "SANI", 22, 5 }, { "SAPHW", 28, 5 },
-                { "SAPHB", 34, 5 }, { "SAPX", 40, 5 }, { "SAKE", 46, 5 }, { "SASC", 52, 5 } });
+            { { "SABL", 4, 5 }, { "SADM", 10, 5 }, { "SAOC", 16, 5 }, { "SANI", 22, 5 },
+                { "SAPHW", 28, 5 }, { "SAPHB", 34, 5 }, { "SAPX", 40, 5 }, { "SAKE", 46, 5 },
+                { "SASC", 52, 5 } });
     } catch (const RuntimeError& e) {
         reportError(e.text(), QStringLiteral(" in SoilLayersRead/frmMain"));
     }
@@ -134,9 +141,18 @@ void InitialCondRead(const QString& line)
         // Each further column is read only if the line reaches into it, so
         // that a short line just ends the reading.
         static const Column cols[] = {
-            { "IDAYIC", 10, 5 }, { "WRESR", 16, 5 }, { "WRESND", 22, 5 }, { "EFINOC", 28, 5 },
-            { "EFNFIX", 34, 5 }, { "ICWD", 40, 5 }, { "ICRES", 46, 5 }, { "ICREN", 52, 5 },
-            { "ICREP", 58, 5 }, { "ICRIP", 64, 5 }, { "ICRID", 70, 5 }, { "ICNAME", 76, 60 },
+            { "IDAYIC", 10, 5 },
+            { "WRESR", 16, 5 },
+            { "WRESND", 22, 5 },
+            { "EFINOC", 28, 5 },
+            { "EFNFIX", 34, 5 },
+            { "ICWD", 40, 5 },
+            { "ICRES", 46, 5 },
+            { "ICREN", 52, 5 },
+            { "ICREP", 58, 5 },
+            { "ICRIP", 64, 5 },
+            { "ICRID", 70, 5 },
+            { "ICNAME", 76, 60 },
         };
         int minLength = 11;
         for (const Column& col : cols) {
@@ -182,7 +198,8 @@ void readSoilAnalysisSection(LineCursor& c)
     QString& comments = state().comments.CommentsSoil;
     ++c.i;
     c.takeComments(comments);
-    const auto groupEnds = [](const QString& line) { return startsWith(line, '@') || startsWith(line, '*'); };
+    const auto groupEnds
+        = [](const QString& line) { return startsWith(line, '@') || startsWith(line, '*'); };
     while (!c.atEnd() && !startsWith(c.line(), '*')) {
         const QString head = c.line().left(8);
         if (head == QLatin1String("@A SADAT"))
@@ -201,7 +218,8 @@ void readInitialConditionsSection(LineCursor& c)
     QString& comments = state().comments.CommentsIC;
     ++c.i;
     c.takeComments(comments);
-    const auto levelGroupEnds = [](const QString& line) { return startsWith(line, '@') || startsWith(line, '*'); };
+    const auto levelGroupEnds
+        = [](const QString& line) { return startsWith(line, '@') || startsWith(line, '*'); };
     const auto layerGroupEnds = [](const QString& line) {
         return startsWith(line, '*') || headerWord(line).startsWith(QLatin1String("PCR"));
     };
@@ -232,24 +250,35 @@ void writeSoilAnalysisSection(FileWriter& w)
                 + rightJustified(textOr(v("SMKE"), QStringLiteral("-99")), 6) + QStringLiteral("  ")
                 + textOr(v("SANAME"), QStringLiteral("-99")).left(60);
         lines << QStringLiteral("@A  SABL  SADM  SAOC  SANI SAPHW SAPHB  SAPX  SAKE  SASC");
-        QSqlQuery layers = database::select(
-            QStringLiteral("Select * From SoilLayers where LNSA=") + NumText(level) + QStringLiteral(" order by SABL"));
+        QSqlQuery layers = database::select(QStringLiteral("Select * From SoilLayers where LNSA=")
+            + NumText(level) + QStringLiteral(" order by SABL"));
         while (layers.next()) {
-            const auto l = [&layers](const char* field) { return layers.value(QLatin1String(field)); };
+            const auto l
+                = [&layers](const char* field) { return layers.value(QLatin1String(field)); };
             // Organic carbon and total nitrogen are missing as -99 too;
             // the other columns put a stored -99 through their template.
             const auto carbonOrNitrogen = [](const QVariant& value) {
-                return !isBlank(value) && value.toDouble() == -99 ? QStringLiteral("-99")
-                                                                  : maskedCell(value, QStringLiteral("#0.00"), QStringLiteral("-99"));
+                return !isBlank(value) && value.toDouble() == -99
+                    ? QStringLiteral("-99")
+                    : maskedCell(value, QStringLiteral("#0.00"), QStringLiteral("-99"));
             };
-            lines << levelColumn(l("LNSA")) + rightJustified(cellText(l("SABL"), QStringLiteral("-99")), 5)
-                    + rightJustified(maskedCell(l("SADM"), QStringLiteral("#0.0"), QStringLiteral("-99.0")), 6)
-                    + rightJustified(carbonOrNitrogen(l("SAOC")), 6) + rightJustified(carbonOrNitrogen(l("SANI")), 6)
-                    + rightJustified(maskedCell(l("SAPHW"), QStringLiteral("#0.0"), QStringLiteral("-99.0")), 6)
-                    + rightJustified(maskedCell(l("SAPHB"), QStringLiteral("#0.0"), QStringLiteral("-99.0")), 6)
-                    + rightJustified(maskedCell(l("SAPX"), QStringLiteral("#0.0"), QStringLiteral("-99.0")), 6)
-                    + rightJustified(maskedCell(l("SAKE"), QStringLiteral("#0.0"), QStringLiteral("-99.0")), 6)
-                    + rightJustified(maskedCell(l("SASC"), QStringLiteral("#0.00"), QStringLiteral("-99.00")), 6);
+            lines << levelColumn(l("LNSA"))
+                    + rightJustified(cellText(l("SABL"), QStringLiteral("-99")), 5)
+                    + rightJustified(
+                        maskedCell(l("SADM"), QStringLiteral("#0.0"), QStringLiteral("-99.0")), 6)
+                    + rightJustified(carbonOrNitrogen(l("SAOC")), 6)
+                    + rightJustified(carbonOrNitrogen(l("SANI")), 6)
+                    + rightJustified(
+                        maskedCell(l("SAPHW"), QStringLiteral("#0.0"), QStringLiteral("-99.0")), 6)
+                    + rightJustified(
+                        maskedCell(l("SAPHB"), QStringLiteral("#0.0"), QStringLiteral("-99.0")), 6)
+                    + rightJustified(
+                        maskedCell(l("SAPX"), QStringLiteral("#0.0"), QStringLiteral("-99.0")), 6)
+                    + rightJustified(
+                        maskedCell(l("SAKE"), QStringLiteral("#0.0"), QStringLiteral("-99.0")), 6)
+                    + rightJustified(
+                        maskedCell(l("SASC"), QStringLiteral("#0.00"), QStringLiteral("-99.00")),
+                        6);
         }
     }
     if (lines.isEmpty())
@@ -263,14 +292,16 @@ void writeSoilAnalysisSection(FileWriter& w)
 
 void writeInitialConditionsSection(FileWriter& w)
 {
-    QSqlQuery levels = database::select(QStringLiteral("Select * From InitialConditions Order By LNIC"));
+    QSqlQuery levels
+        = database::select(QStringLiteral("Select * From InitialConditions Order By LNIC"));
     QStringList lines;
     while (levels.next()) {
         const auto v = [&levels](const char* field) { return levels.value(QLatin1String(field)); };
         const QVariant level = v("LNIC");
         lines << QStringLiteral(
             "@C   PCR ICDAT  ICRT  ICND  ICRN  ICRE  ICWD ICRES ICREN ICREP ICRIP ICRID ICNAME");
-        QString text = levelColumn(level) + rightJustified(cellText(v("PRCROP"), QStringLiteral("-99")), 5);
+        QString text
+            = levelColumn(level) + rightJustified(cellText(v("PRCROP"), QStringLiteral("-99")), 5);
         for (const char* field : { "IDAYIC", "WRESR", "WRESND", "EFINOC", "EFNFIX" })
             text += rightJustified(cellText(v(field), QStringLiteral("-99")), 6);
         text += rightJustified(cellText(v("ICWD"), QStringLiteral("-99.0")), 6);
@@ -279,14 +310,19 @@ void writeInitialConditionsSection(FileWriter& w)
         text += QLatin1Char(' ') + textOr(v("ICNAME"), QStringLiteral("-99")).left(60);
         lines << text;
         lines << QStringLiteral("@C  ICBL  SH2O  SNH4  SNO3");
-        QSqlQuery layers = database::select(
-            QStringLiteral("Select * From ICLayers where LNIC=") + NumText(level) + QStringLiteral(" order by DLAYRI"));
+        QSqlQuery layers = database::select(QStringLiteral("Select * From ICLayers where LNIC=")
+            + NumText(level) + QStringLiteral(" order by DLAYRI"));
         while (layers.next()) {
-            const auto l = [&layers](const char* field) { return layers.value(QLatin1String(field)); };
-            lines << levelColumn(l("LNIC")) + rightJustified(cellText(l("DLAYRI"), QStringLiteral("-99")), 5)
-                    + rightJustified(maskedCell(l("SWINIT"), QStringLiteral("##.000"), QStringLiteral("-99")), 6)
-                    + rightJustified(maskedCell(l("INH4"), QStringLiteral("##.0"), QStringLiteral("-99.0")), 6)
-                    + rightJustified(maskedCell(l("INO3"), QStringLiteral("##.0"), QStringLiteral("-99.0")), 6);
+            const auto l
+                = [&layers](const char* field) { return layers.value(QLatin1String(field)); };
+            lines << levelColumn(l("LNIC"))
+                    + rightJustified(cellText(l("DLAYRI"), QStringLiteral("-99")), 5)
+                    + rightJustified(
+                        maskedCell(l("SWINIT"), QStringLiteral("##.000"), QStringLiteral("-99")), 6)
+                    + rightJustified(
+                        maskedCell(l("INH4"), QStringLiteral("##.0"), QStringLiteral("-99.0")), 6)
+                    + rightJustified(
+                        maskedCell(l("INO3"), QStringLiteral("##.0"), QStringLiteral("-99.0")), 6);
         }
     }
     if (lines.isEmpty())

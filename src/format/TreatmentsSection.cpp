@@ -20,9 +20,19 @@ struct LevelColumn {
 };
 
 const LevelColumn levelColumns[] = {
-    { "LNCU", 36 }, { "LNFLD", 39 }, { "LNSA", 42 }, { "LNIC", 45 }, { "LNPLT", 48 },
-    { "LNIR", 51 }, { "LNFER", 54 }, { "LNRES", 57 }, { "LNCHE", 60 }, { "LNTIL", 63 },
-    { "LNENV", 66 }, { "LNHAR", 69 }, { "LNSIM", 72 },
+    { "LNCU", 36 },
+    { "LNFLD", 39 },
+    { "LNSA", 42 },
+    { "LNIC", 45 },
+    { "LNPLT", 48 },
+    { "LNIR", 51 },
+    { "LNFER", 54 },
+    { "LNRES", 57 },
+    { "LNCHE", 60 },
+    { "LNTIL", 63 },
+    { "LNENV", 66 },
+    { "LNHAR", 69 },
+    { "LNSIM", 72 },
 };
 
 // A level in the treatment line: a blank for the sign, and one blank more
@@ -112,8 +122,9 @@ void writeTreatmentsSection(FileWriter& w)
     QSqlQuery q = database::select(QStringLiteral("Select * From TreatmentS Order By TRTNO"));
     QStringList lines;
     while (q.next()) {
-        QString title = isBlank(q.value(QStringLiteral("TITLET"))) ? QStringLiteral("-99")
-                                                                   : q.value(QStringLiteral("TITLET")).toString();
+        QString title = isBlank(q.value(QStringLiteral("TITLET")))
+            ? QStringLiteral("-99")
+            : q.value(QStringLiteral("TITLET")).toString();
         title = title.left(25);
         const QVariant rotno = q.value(QStringLiteral("ROTNO"));
         const QVariant rotopt = q.value(QStringLiteral("ROTOPT"));
@@ -121,20 +132,22 @@ void writeTreatmentsSection(FileWriter& w)
         QString text = twoWide(q.value(QStringLiteral("TRTNO")))
             + twoWide(isBlank(rotno) ? QVariant(1) : rotno) + QLatin1Char(' ')
             + NumText(isBlank(rotopt) ? QVariant(0) : rotopt) + QLatin1Char(' ')
-            + NumText(isBlank(crpno) ? QVariant(0) : crpno) + QLatin1Char(' ')
-            + title + QString(25 - title.size(), QLatin1Char(' '));
+            + NumText(isBlank(crpno) ? QVariant(0) : crpno) + QLatin1Char(' ') + title
+            + QString(25 - title.size(), QLatin1Char(' '));
         for (const LevelColumn& col : levelColumns)
             text += levelCell(q.value(QLatin1String(col.field)));
         lines << text;
     }
     if (lines.isEmpty()) {
-        msgBox(QStringLiteral("No Treatment data available."), MsgButtons::OK, MsgIcon::None, QStringLiteral("Error"));
+        msgBox(QStringLiteral("No Treatment data available."), MsgButtons::OK, MsgIcon::None,
+            QStringLiteral("Error"));
         return;
     }
     w.line();
     w.line(QStringLiteral("*TREATMENTS") + QString(24, QLatin1Char(' '))
         + QStringLiteral("-------------FACTOR LEVELS------------"));
-    w.line(QStringLiteral("@N R O C TNAME.................... CU FL SA IC MP MI MF MR MC MT ME MH SM"));
+    w.line(QStringLiteral(
+        "@N R O C TNAME.................... CU FL SA IC MP MI MF MR MC MT ME MH SM"));
     for (const QString& line : lines)
         w.line(line);
     w.comments(state().comments.CommentsTreatments);
@@ -146,12 +159,14 @@ void writeCultivarsSection(FileWriter& w)
     QStringList lines;
     while (q.next()) {
         const QVariant name = q.value(QStringLiteral("CNAME"));
-        lines << levelColumn(q.value(QStringLiteral("LNCU"))) + textOr(q.value(QStringLiteral("CODE")), QStringLiteral("-99"))
-                + rightJustified(textOr(q.value(QStringLiteral("VARNO")), QStringLiteral("-99")), 7) + QLatin1Char(' ')
-                + (name.isNull() ? QString() : trimSpaces(name.toString()));
+        lines << levelColumn(q.value(QStringLiteral("LNCU")))
+                + textOr(q.value(QStringLiteral("CODE")), QStringLiteral("-99"))
+                + rightJustified(textOr(q.value(QStringLiteral("VARNO")), QStringLiteral("-99")), 7)
+                + QLatin1Char(' ') + (name.isNull() ? QString() : trimSpaces(name.toString()));
     }
     if (lines.isEmpty()) {
-        msgBox(QStringLiteral("No cultivar available."), MsgButtons::OK, MsgIcon::None, QStringLiteral("Error"));
+        msgBox(QStringLiteral("No cultivar available."), MsgButtons::OK, MsgIcon::None,
+            QStringLiteral("Error"));
         return;
     }
     w.line();

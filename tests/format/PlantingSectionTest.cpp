@@ -1,6 +1,6 @@
+#include "format/PlantingSection.h"
 #include "app/AppState.h"
 #include "database/Sql.h"
-#include "format/PlantingSection.h"
 #include "support/QtPrinters.h"
 #include "support/WorkDbFixture.h"
 
@@ -15,17 +15,20 @@ using namespace quillon::test::sections;
 
 namespace {
 
-const QString header = QStringLiteral("@P PDATE EDATE  PPOP  PPOE  PLME  PLDS  PLRS  PLRD  PLDP  PLWT  PAGE  PENV  PLPH  "
-                                      "SPRL                        PLNAME");
-const QString planting1 = QStringLiteral(" 1  1100   -99   7.2   7.2     S     R    75     0   5.0   -99   -99    -5 -99.0   "
-                                         "-99                        Planting one");
+const QString header = QStringLiteral(
+    "@P PDATE EDATE  PPOP  PPOE  PLME  PLDS  PLRS  PLRD  PLDP  PLWT  PAGE  PENV  PLPH  "
+    "SPRL                        PLNAME");
+const QString planting1 = QStringLiteral(
+    " 1  1100   -99   7.2   7.2     S     R    75     0   5.0   -99   -99    -5 -99.0   "
+    "-99                        Planting one");
 
 class PlantingSection : public WorkDbTest {
 protected:
     static QStringList plantings()
     {
-        return rowsOf(QStringLiteral("SELECT LNPLT, YRPLT, IEMRG, PLANTS, PLTPOP, PLME, PLDS, ROWSPC, AZIR, SDEPTH, "
-                                     "SDWTPL, SDAGE, ATEMP, PLPH, SPRLAP, PLNAME FROM Planting ORDER BY LNPLT"));
+        return rowsOf(QStringLiteral(
+            "SELECT LNPLT, YRPLT, IEMRG, PLANTS, PLTPOP, PLME, PLDS, ROWSPC, AZIR, SDEPTH, "
+            "SDWTPL, SDAGE, ATEMP, PLPH, SPRLAP, PLNAME FROM Planting ORDER BY LNPLT"));
     }
 };
 
@@ -42,9 +45,11 @@ TEST_F(PlantingSection, ReadsPlantingLines)
         QStringLiteral(" 2 98001 98010  25.0  25.0     "),
         // A name in columns 87 to 110 isn't read; only below -10 is the
         // temperature missing.
-        QStringLiteral(" 3 98001   -99   -99   -99   -99   -99   -99   -99   -99   -99   -99   -10   -99   -99"
-                       "    a name too early"),
-        QStringLiteral(" 4 98001   -99   -99   -99   -99   -99   -99   -99   -99   -99   -99   -99"),
+        QStringLiteral(
+            " 3 98001   -99   -99   -99   -99   -99   -99   -99   -99   -99   -99   -10   -99   -99"
+            "    a name too early"),
+        QStringLiteral(
+            " 4 98001   -99   -99   -99   -99   -99   -99   -99   -99   -99   -99   -99"),
         QStringLiteral(" 1 98001 98010"), // level one again
         QStringLiteral("*IRRIGATION AND WATER MANAGEMENT"),
     });
@@ -53,13 +58,17 @@ TEST_F(PlantingSection, ReadsPlantingLines)
     EXPECT_EQ(plantings(),
         (QStringList {
             QStringLiteral("1|01100|NULL|7.2|7.2|S|R|75|0|5|NULL|NULL|-5|NULL|NULL|Planting one"),
-            QStringLiteral("2|98001|98010|25|25|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL"),
-            QStringLiteral("3|98001|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|-10|NULL|NULL|NULL"),
-            QStringLiteral("4|98001|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL"),
+            QStringLiteral(
+                "2|98001|98010|25|25|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL"),
+            QStringLiteral(
+                "3|98001|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|-10|NULL|NULL|NULL"),
+            QStringLiteral(
+                "4|98001|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL"),
         }));
     EXPECT_EQ(state().comments.CommentsPlanting, QStringLiteral("\r\n! remark"));
     ASSERT_EQ(m_ui.messages.size(), 1u);
-    EXPECT_EQ(m_ui.messages[0].text, QStringLiteral("duplicate levels in 'Planting'. Level 1 is read only once."));
+    EXPECT_EQ(m_ui.messages[0].text,
+        QStringLiteral("duplicate levels in 'Planting'. Level 1 is read only once."));
     EXPECT_EQ(m_ui.messages[0].title, QStringLiteral("Error"));
 }
 
@@ -74,26 +83,31 @@ TEST_F(PlantingSection, DateAndFailureRules)
 
     // Text that is no number in a numeric column costs the line.
     PlantRead(QStringLiteral(" 5 98001 98010  many"));
-    EXPECT_EQ(m_ui.texts(), QStringList { QStringLiteral("Data type conversion error. in PlantRead/frmMain.") });
-    EXPECT_EQ(rowsOf(QStringLiteral("SELECT COUNT(*) FROM Planting")), QStringList { QStringLiteral("2") });
+    EXPECT_EQ(m_ui.texts(),
+        QStringList { QStringLiteral("Data type conversion error. in PlantRead/frmMain.") });
+    EXPECT_EQ(rowsOf(QStringLiteral("SELECT COUNT(*) FROM Planting")),
+        QStringList { QStringLiteral("2") });
 }
 
 TEST_F(PlantingSection, WritesPlantingLines)
 {
     database::exec(QStringLiteral("INSERT INTO Planting (LNPLT) VALUES (2)"));
-    database::exec(QStringLiteral(
-        "INSERT INTO Planting (LNPLT, YRPLT, IEMRG, PLANTS, PLTPOP, PLME, PLDS, ROWSPC, AZIR, SDEPTH, SDWTPL, SDAGE, "
-        "ATEMP, PLPH, SPRLAP, PLNAME) VALUES (1, '01100', ' ', 7.2, 7.2, 'S', 'R', 75, 0, 5, NULL, NULL, -5, -99, "
-        "NULL, 'Planting one')"));
+    database::exec(QStringLiteral("INSERT INTO Planting (LNPLT, YRPLT, IEMRG, PLANTS, PLTPOP, "
+                                  "PLME, PLDS, ROWSPC, AZIR, SDEPTH, SDWTPL, SDAGE, "
+                                  "ATEMP, PLPH, SPRLAP, PLNAME) VALUES (1, '01100', ' ', 7.2, 7.2, "
+                                  "'S', 'R', 75, 0, 5, NULL, NULL, -5, -99, "
+                                  "NULL, 'Planting one')"));
     state().comments.CommentsPlanting = QStringLiteral("remark");
     EXPECT_EQ(writtenBy(writePlantingSection),
         (QStringList {
             QString(),
             QStringLiteral("*PLANTING DETAILS"),
             header,
-            QStringLiteral(" 1 01100   -99   7.2   7.2     S     R    75     0     5   -99   -99    -5   -99 -99.0"
+            QStringLiteral(" 1 01100   -99   7.2   7.2     S     R    75     0     5   -99   -99   "
+                           " -5   -99 -99.0"
                            "                        Planting one"),
-            QStringLiteral(" 2   -99   -99 -99.0 -99.0   -99   -99   -99   -99 -99.0   -99   -99 -99.0 -99.0 -99.0"
+            QStringLiteral(" 2   -99   -99 -99.0 -99.0   -99   -99   -99   -99 -99.0   -99   -99 "
+                           "-99.0 -99.0 -99.0"
                            "                        -99"),
             QStringLiteral("!remark"),
         }));
@@ -108,12 +122,15 @@ TEST_F(PlantingSection, WritingAndReadingBack)
     const std::map<QString, Reader> readers { { QStringLiteral("*PLA"), readPlantingSection } };
     const QStringList input { QStringLiteral("*PLANTING DETAILS"), header, planting1,
         QStringLiteral(" 2 98001 98010  25.0  25.0     "), QStringLiteral("! remark") };
-    const TwoSaves saves = saveTwice(input, { QStringLiteral("Planting") }, readers, writePlantingSection);
+    const TwoSaves saves
+        = saveTwice(input, { QStringLiteral("Planting") }, readers, writePlantingSection);
     EXPECT_EQ(saves.first, saves.second);
     EXPECT_EQ(saves.first.at(3),
-        QStringLiteral(" 1 01100   -99   7.2   7.2     S     R    75     0     5   -99   -99    -5 -99.0 -99.0"
-                       "                        Planting one"));
+        QStringLiteral(
+            " 1 01100   -99   7.2   7.2     S     R    75     0     5   -99   -99    -5 -99.0 -99.0"
+            "                        Planting one"));
     EXPECT_EQ(saves.first.at(4),
-        QStringLiteral(" 2 98001 98010    25    25   -99   -99   -99   -99 -99.0   -99   -99 -99.0 -99.0 -99.0"
-                       "                        -99"));
+        QStringLiteral(
+            " 2 98001 98010    25    25   -99   -99   -99   -99 -99.0   -99   -99 -99.0 -99.0 -99.0"
+            "                        -99"));
 }
