@@ -8,9 +8,9 @@
 #include "format/FileWriter.h"
 #include "format/NumberText.h"
 #include "format/TextLines.h"
+#include "reference/SuiteFiles.h"
 
 #include <QDir>
-#include <QFile>
 #include <QSqlRecord>
 
 #include <optional>
@@ -117,15 +117,7 @@ QString fileExtension(WeatherKind kind)
 // folder: the profile names no other for generated or climate files.
 QString weatherFilePath(const QString& fileName)
 {
-    if (state().WeatherFolder.isEmpty())
-        return QString();
-    const QDir folder(state().WeatherFolder);
-    const QStringList names = folder.entryList(QDir::Files | QDir::Hidden);
-    for (const QString& name : names) {
-        if (name.compare(fileName, Qt::CaseInsensitive) == 0)
-            return folder.filePath(name);
-    }
-    return QString();
+    return reference::findIn(reference::locationFolder(state().WeatherFolder), fileName);
 }
 
 // Year text stored into the Integer column of `Years`: a number, or the
@@ -152,10 +144,7 @@ QString yearOfCode(const QString& code)
 // nothing when it has no such line.
 std::optional<QString> yearInFile(const QString& path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw RuntimeError(err::FileNotFound, QStringLiteral("File not found"));
-    const QStringList lines = format::splitLines(file.readAll());
+    const QStringList lines = reference::readSuiteLines(path);
     for (int i = 0; i < lines.size(); ++i) {
         if (!lines.at(i).startsWith(QLatin1String("@START")))
             continue;
@@ -256,6 +245,8 @@ WeatherKind weatherKindOf(const QVariant& mewth)
 void CheckWeatherFileExistence(Findings& findings)
 {
     try {
+        // Each station's files are looked up in one folder listing.
+        reference::ListingCache listings;
         // The table may not exist yet: only its remaking matters.
         if (database::tableExists(QStringLiteral("Years")))
             exec(QStringLiteral("Drop Table [Years]"));

@@ -47,7 +47,8 @@ protected:
     {
         WorkDbTest::SetUp();
         QDir(m_dir.path()).mkdir(QStringLiteral("Weather"));
-        state().WeatherFolder = path(QStringLiteral("Weather"));
+        // The profile's location text, found inside the suite folder.
+        state().WeatherFolder = QStringLiteral("C:\\TERVA48\\Weather");
     }
 
     QString errorsPath() const { return path(QStringLiteral("Errors.txt")); }
