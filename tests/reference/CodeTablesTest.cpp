@@ -121,14 +121,5 @@ TEST_F(CodeTablesTest, SimulationCodesByHeadingWithoutRepetitions)
     EXPECT_EQ(database::rowCount(QStringLiteral("SimLookUp")), 7);
 }
 
-TEST_F(CodeTablesTest, SimulationTypeNumbers)
-{
-    EXPECT_EQ(simulationType(QStringLiteral("Start Simulation")), 1);
-    EXPECT_EQ(simulationType(QStringLiteral("Simulation/Crop Models")), 19);
-    EXPECT_EQ(simulationType(QStringLiteral("Simulation/Outputs/Format")), 23);
-    EXPECT_EQ(simulationType(QStringLiteral("Simulation/Methods/Evapotranspiration")), 0);
-    EXPECT_EQ(simulationType(QStringLiteral("Codes for Simulations Options")), -1);
-}
-
 } // namespace
 } // namespace quillon::test

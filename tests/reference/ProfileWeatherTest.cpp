@@ -106,14 +106,6 @@ TEST_F(ProfileWeatherTest, UnreadableWeatherFileStopsTheRoutine)
     EXPECT_TRUE(state().GenotypeFolder.isEmpty());
 }
 
-TEST_F(ProfileWeatherTest, YearPivotOfObservedFiles)
-{
-    EXPECT_EQ(yearOfWeatherCode(QStringLiteral("ABCD2601")), QStringLiteral("1926"));
-    EXPECT_EQ(yearOfWeatherCode(QStringLiteral("ABCD2501")), QStringLiteral("2025"));
-    EXPECT_EQ(yearOfWeatherCode(QStringLiteral("ABCD0001")), QStringLiteral("2000"));
-    EXPECT_EQ(yearOfWeatherCode(QStringLiteral("ABCD9901")), QStringLiteral("1999"));
-}
-
 TEST_F(ProfileWeatherTest, FieldYearsFromTheStationsOfTheFields)
 {
     writeProfile();
