@@ -58,7 +58,7 @@ QVariant adjustmentCell(const QString& line, int test, int start)
             state().NegativeEnvValue = true;
         return {};
     }
-    return value;
+    return t;
 }
 
 // A factor and its adjustment as written: a pair without both parts is an

@@ -4,6 +4,7 @@
 #include "app/UserInterface.h"
 #include "format/Columns.h"
 #include "format/NumberText.h"
+#include "format/SectionValues.h"
 #include "format/TextLines.h"
 
 #include <cmath>
@@ -33,13 +34,7 @@ int levelOf(const QString& line)
 
 QVariant numberCell(const QString& line, int test, int start, int width)
 {
-    const QString t = presentColumn(line, test, start, width);
-    if (t.isNull())
-        return {};
-    const double value = leadingNumber(t);
-    if (value < 0)
-        return {};
-    return value;
+    return textCell(line, test, start, width);
 }
 
 QVariant textCell(const QString& line, int test, int start, int width)
@@ -60,12 +55,26 @@ QVariant dateCell(const QString& line, bool padFour)
     return textCell(line, 5, 4, 5);
 }
 
+database::Values typedRow(const QString& table, const database::Values& values)
+{
+    database::Values typed;
+    typed.reserve(values.size());
+    for (const auto& [field, value] : values) {
+        if (value.typeId() == QMetaType::QString && !value.isNull())
+            typed.emplace_back(field, fieldValue(table, field, value.toString()));
+        else
+            typed.emplace_back(field, value);
+    }
+    return typed;
+}
+
 void storeNamedEvent(const QString& eventTable, const QString& section, const QString& tail,
     const std::function<void(NamedEventRow&)>& fill)
 {
     NamedEventRow row;
     try {
         fill(row);
+        row.event = typedRow(eventTable, row.event);
     } catch (const RuntimeError& e) {
         if (e.number() == err::DuplicateKey) {
             msgBox(QStringLiteral("duplicate levels in '%1'. Level %2 is read only once.")

@@ -21,7 +21,8 @@ int levelOf(const QString& line);
 
 // A numeric cell: NULL when the line isn't longer than `test`, when the
 // column is blank, or when its leading number is negative (so "-99" never
-// reaches a table); otherwise the leading number.
+// reaches a table); otherwise the column trimmed, which becomes a number
+// when the row is typed (see typedRow).
 QVariant numberCell(const QString& line, int test, int start, int width);
 
 // A text cell: NULL as for numberCell (a code's leading number is 0, so a
@@ -33,6 +34,11 @@ QVariant textCell(const QString& line, int test, int start, int width);
 // number of the year 2000 written without its leading zero); every other
 // value follows the text cell rule.
 QVariant dateCell(const QString& line, bool padFour);
+
+// The row with each text value converted by its field's type, as the
+// engine does when a field is given text: a number field refuses text that
+// isn't a number ("Data type conversion error."), which costs the line.
+database::Values typedRow(const QString& table, const database::Values& values);
 
 // The fill-and-store pattern of the named event readers. `fill` builds the
 // event row and the name row inside the error trap. A duplicate key there

@@ -72,7 +72,7 @@ void IrrigationRead(const QString& line)
     }
     try {
         database::insertRow(QStringLiteral("Irrigation"),
-            {
+            typedRow(QStringLiteral("Irrigation"), {
                 { QStringLiteral("LNIR"), levelOf(line) },
                 { QStringLiteral("EFFIRX"), numberCell(line, 5, 4, 5) },
                 { QStringLiteral("DSOILX"), numberCell(line, 11, 10, 5) },
@@ -82,7 +82,7 @@ void IrrigationRead(const QString& line)
                 { QStringLiteral("IAMEX"), textCell(line, 35, 34, 5) },
                 { QStringLiteral("AIRAMX"), numberCell(line, 41, 40, 5) },
                 { QStringLiteral("IRNAME"), irrigationName(line) },
-            });
+            }));
     } catch (const RuntimeError& e) {
         reportError(e.text(), QStringLiteral(" in IrrigationRead/frmMain."));
     }
@@ -99,13 +99,13 @@ void IrrigDatesRead(const QString& line)
         if (textCell(line, 5, 4, 5).isNull())
             return;
         database::insertRow(QStringLiteral("IrrigApplications"),
-            {
+            typedRow(QStringLiteral("IrrigApplications"), {
                 { QStringLiteral("LNIR"), levelOf(line) },
                 { QStringLiteral("IDLAPL"), dateCell(line, true) },
                 { QStringLiteral("IRRCOD"), operationCode(line) },
                 { QStringLiteral("AMT"), numberCell(line, 17, 16, 5) },
                 { QStringLiteral("IIRV"), numberCell(line, 23, 22, 5) },
-            });
+            }));
     } catch (const RuntimeError& e) {
         reportError(e.text(), QStringLiteral(" in IrrigDatesRead."));
     }

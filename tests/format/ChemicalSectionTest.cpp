@@ -50,6 +50,17 @@ TEST_F(ChemicalSection, ReadsChemicalsWithTheNameBehindTwoBlanks)
     EXPECT_TRUE(m_ui.messages.empty());
 }
 
+TEST_F(ChemicalSection, ALineWithTextInANumberColumnIsLost)
+{
+    test::readSection({ CheHead, CheHeader, QStringLiteral(" 1 01001 HE001  1,50") }, readChemicalsSection);
+    test::readSection({ TilHead, TilHeader, QStringLiteral(" 1 01001 TI001 15 cm") }, readTillageSection);
+    EXPECT_EQ(database::rowCount(QStringLiteral("Chemicals")), 0);
+    EXPECT_EQ(database::rowCount(QStringLiteral("Tillage")), 0);
+    EXPECT_EQ(m_ui.texts(),
+        QStringList({ QStringLiteral("Data type conversion error. in ChemicalRead/frmMain."),
+            QStringLiteral("Data type conversion error. in TillageRead/frmMain.") }));
+}
+
 TEST_F(ChemicalSection, DepthMaskAndAmountsOnWriting)
 {
     using database::insertRow;

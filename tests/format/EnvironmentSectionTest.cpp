@@ -60,6 +60,18 @@ TEST_F(EnvironmentSection, ReadsPairsAndMarksNegativeValues)
     EXPECT_TRUE(m_ui.messages.empty());
 }
 
+TEST_F(EnvironmentSection, ALineWithTextInANumberColumnIsLost)
+{
+    test::readSection({ EnvHead, EnvHeader, QStringLiteral(" 1 01001 A 1.0 M   x") },
+        readEnvironmentSection);
+    test::readSection({ HarHead, HarHeader, QStringLiteral(" 1 01001 GS000     C     A   all") }, readHarvestSection);
+    EXPECT_EQ(database::rowCount(QStringLiteral("EnvironMod")), 0);
+    EXPECT_EQ(database::rowCount(QStringLiteral("Harvest")), 0);
+    EXPECT_EQ(m_ui.texts(),
+        QStringList({ QStringLiteral("Data type conversion error. in EvironModRead/frmMain."),
+            QStringLiteral("Data type conversion error. in HarvestRead/frmMain.") }));
+}
+
 TEST_F(EnvironmentSection, CommentsHandedToTheReadersCutTheirBuffer)
 {
     EvironModRead(QStringLiteral("!first"));

@@ -76,6 +76,20 @@ TEST_F(FertilizerSection, ResidueDatesGetTheirLeadingZero)
     EXPECT_EQ(rowsOf(QStringLiteral("SELECT * FROM ResLevelNames")), QStringList { QStringLiteral("1|Wheat straw") });
 }
 
+TEST_F(FertilizerSection, ALineWithTextInANumberColumnIsLost)
+{
+    test::readSection({ FerHead, FerHeader, QStringLiteral(" 1 01001 FE005 AP002    1O    20 Named by a lost line"),
+                          QStringLiteral(" 1 01002 FE005 AP002    10") },
+        readFertilizersSection);
+    test::readSection({ ResHead, ResHeader, QStringLiteral(" 1 01001 RE001  1 000") }, readResiduesSection);
+    EXPECT_EQ(rowsOf(QStringLiteral("SELECT LNFER, FDAY FROM Fertilization")), QStringList { QStringLiteral("1|01002") });
+    EXPECT_EQ(database::rowCount(QStringLiteral("FerLevelNames")), 0);
+    EXPECT_EQ(database::rowCount(QStringLiteral("Residue")), 0);
+    EXPECT_EQ(m_ui.texts(),
+        QStringList({ QStringLiteral("Data type conversion error. in FertilizerRead/frmMain."),
+            QStringLiteral("Data type conversion error. in ResidueRead/frnMain.") }));
+}
+
 TEST_F(FertilizerSection, WritesRoundedAmountsAndLevelNames)
 {
     using database::insertRow;

@@ -79,7 +79,8 @@ TEST_F(IrrigationSection, ApplicationGroupsThatDontFitTheirLevel)
     EXPECT_EQ(applications(), QStringList { QStringLiteral("1|NULL|NULL|NULL|NULL") });
 
     // Application lines of another level end the group and are taken as
-    // level lines.
+    // level lines: its code in a number column loses that line, though its
+    // level still gets the empty application row.
     test::clearSection({ QStringLiteral("Irrigation"), QStringLiteral("IrrigApplications") });
     read({
         Head,
@@ -90,10 +91,24 @@ TEST_F(IrrigationSection, ApplicationGroupsThatDontFitTheirLevel)
         QStringLiteral(" 2 01110 IR001  12.5"),
     });
     EXPECT_EQ(rowsOf(QStringLiteral("SELECT LNIR, EFFIRX FROM Irrigation ORDER BY rowid")),
-        QStringList({ QStringLiteral("1|0.75"), QStringLiteral("2|1110") }));
+        QStringList { QStringLiteral("1|0.75") });
     EXPECT_EQ(applications(),
         QStringList({ QStringLiteral("1|01120| IR1 |12|NULL"), QStringLiteral("2|NULL|NULL|NULL|NULL") }));
-    EXPECT_TRUE(m_ui.messages.empty());
+    EXPECT_EQ(m_ui.texts(), QStringList { QStringLiteral("Data type conversion error. in IrrigationRead/frmMain.") });
+}
+
+TEST_F(IrrigationSection, AnApplicationWithTextForItsAmountIsLost)
+{
+    read({
+        Head,
+        LevelHeader,
+        QStringLiteral(" 1  0.75"),
+        QStringLiteral("@I IDATE  IROP IRVAL"),
+        QStringLiteral(" 1 01110 IR001   abc"),
+        QStringLiteral(" 1 01120 IR001    12"),
+    });
+    EXPECT_EQ(applications(), QStringList { QStringLiteral("1|01120|IR001|12|NULL") });
+    EXPECT_EQ(m_ui.texts(), QStringList { QStringLiteral("Data type conversion error. in IrrigDatesRead.") });
 }
 
 TEST_F(IrrigationSection, RepeatedLevelLosesItsLineWithTheEngineText)
