@@ -15,7 +15,10 @@ namespace quillon {
 
 namespace {
 
-bool isSeparator(QChar c) { return c == QLatin1Char('/') || c == QLatin1Char('\\'); }
+bool isSeparator(QChar c)
+{
+    return c == QLatin1Char('/') || c == QLatin1Char('\\');
+}
 
 int lastSeparator(const QString& path)
 {
@@ -26,7 +29,10 @@ int lastSeparator(const QString& path)
     return -1;
 }
 
-QString sep() { return QString(QDir::separator()); }
+QString sep()
+{
+    return QString(QDir::separator());
+}
 
 // A whole number from 0 up written by a box, or -1.
 int wholeNumber(const QString& text)
@@ -39,7 +45,10 @@ int wholeNumber(const QString& text)
     return static_cast<int>(std::floor(value));
 }
 
-QString twoDigits(int value) { return QStringLiteral("%1").arg(value % 100, 2, 10, QLatin1Char('0')); }
+QString twoDigits(int value)
+{
+    return QStringLiteral("%1").arg(value % 100, 2, 10, QLatin1Char('0'));
+}
 
 QString text(const QSqlQuery& q, const char* column)
 {
@@ -48,7 +57,10 @@ QString text(const QSqlQuery& q, const char* column)
 }
 
 // A non-null empty string binds as a zero-length text rather than NULL.
-QVariant textValue(const QString& value) { return value.isNull() ? QStringLiteral("") : value; }
+QVariant textValue(const QString& value)
+{
+    return value.isNull() ? QStringLiteral("") : value;
+}
 
 bool hasRow(const QString& table)
 {
@@ -75,14 +87,16 @@ void storeFirstRow(const QString& table, const database::Values& values)
 
 QSqlQuery firstRow(const QString& table)
 {
-    QSqlQuery q = database::select(QStringLiteral("SELECT * FROM %1 ORDER BY rowid LIMIT 1").arg(table));
+    QSqlQuery q
+        = database::select(QStringLiteral("SELECT * FROM %1 ORDER BY rowid LIMIT 1").arg(table));
     q.next();
     return q;
 }
 
 Crop cropOf(const QSqlQuery& q)
 {
-    return { text(q, "Name").trimmed(), text(q, "CODE").trimmed(), text(q, "TERVA_Folder").trimmed() };
+    return { text(q, "Name").trimmed(), text(q, "CODE").trimmed(),
+        text(q, "TERVA_Folder").trimmed() };
 }
 
 std::optional<Crop> firstCrop(const QString& sql, const QString& key)
@@ -191,7 +205,10 @@ std::optional<QString> acceptRange(const QString& text, const RangeRule& rule)
     return value;
 }
 
-RangeRule experimentCounterRule() { return { 0, 0, false, QStringLiteral("1") }; }
+RangeRule experimentCounterRule()
+{
+    return { 0, 0, false, QStringLiteral("1") };
+}
 
 QString checkYear(const QString& text)
 {
@@ -199,11 +216,11 @@ QString checkYear(const QString& text)
     if (value.isEmpty())
         return QString();
     if (!format::isNumeric(value))
-        return identity_text::fourDigitYear();
+        return identity_text::fourDigitYear;
     const double year = value.toDouble();
     // The lower bound is 1921 on purpose.
     if (year < 1921 || year > 3000)
-        return identity_text::fourDigitYear();
+        return identity_text::fourDigitYear;
     return QString();
 }
 
@@ -215,11 +232,17 @@ QString checkLength(const QString& text, int length, const QString& message)
 }
 } // namespace
 
-QString checkInstitute(const QString& text) { return checkLength(text, 2, identity_text::instituteTooShort()); }
-QString checkSite(const QString& text) { return checkLength(text, 2, identity_text::siteTooShort()); }
+QString checkInstitute(const QString& text)
+{
+    return checkLength(text, 2, identity_text::instituteTooShort);
+}
+QString checkSite(const QString& text)
+{
+    return checkLength(text, 2, identity_text::siteTooShort);
+}
 QString checkExperimentNumber(const QString& text)
 {
-    return checkLength(text, 4, identity_text::experimentNumberTooShort());
+    return checkLength(text, 4, identity_text::experimentNumberTooShort);
 }
 
 QString composeExperimentNumber(const QString& year, const QString& number)
@@ -251,7 +274,10 @@ QString folderOf(const QString& path)
     return at < 0 ? QString() : path.left(at);
 }
 
-QString fileNameOf(const QString& path) { return path.mid(lastSeparator(path) + 1); }
+QString fileNameOf(const QString& path)
+{
+    return path.mid(lastSeparator(path) + 1);
+}
 
 QString experimentFilePath(const FileNameParts& parts)
 {
@@ -322,7 +348,8 @@ QString checkCropFolderName(const QString& name)
     const QString value = name.trimmed();
     if (value.isEmpty())
         return QStringLiteral("Please enter a folder name.");
-    if (value.contains(QLatin1Char('\\')) || value.contains(QLatin1Char('\'')) || value.contains(QLatin1Char(',')))
+    if (value.contains(QLatin1Char('\\')) || value.contains(QLatin1Char('\''))
+        || value.contains(QLatin1Char(',')))
         return QStringLiteral("A folder name cannot contain \\ , ' or ,.");
     return QString();
 }
@@ -355,7 +382,8 @@ ExperimentDetails loadExperimentDetails()
     QSqlQuery q = firstRow(QStringLiteral("ExpDetails"));
     if (!q.isValid())
         return {};
-    return { text(q, "INSTE"), text(q, "SITEE"), text(q, "EXPTNO"), text(q, "CODE"), text(q, "ENAME") };
+    return { text(q, "INSTE"), text(q, "SITEE"), text(q, "EXPTNO"), text(q, "CODE"),
+        text(q, "ENAME") };
 }
 
 PlotDetails loadPlotDetails()
@@ -366,7 +394,8 @@ PlotDetails loadPlotDetails()
         return plot;
     for (const PlotField& field : plotFields()) {
         const QVariant value = q.value(QLatin1String(field.column));
-        plot.*field.member = field.numeric ? format::NumText(value) : (value.isNull() ? QString() : value.toString());
+        plot.*field.member = field.numeric ? format::NumText(value)
+                                           : (value.isNull() ? QString() : value.toString());
     }
     return plot;
 }
@@ -382,8 +411,10 @@ GeneralDetails loadGeneralDetails()
 void storeExperimentDetails(const ExperimentDetails& d)
 {
     storeFirstRow(QStringLiteral("ExpDetails"),
-        { { QStringLiteral("INSTE"), textValue(d.INSTE) }, { QStringLiteral("SITEE"), textValue(d.SITEE) },
-            { QStringLiteral("EXPTNO"), textValue(d.EXPTNO) }, { QStringLiteral("CODE"), textValue(d.CODE) },
+        { { QStringLiteral("INSTE"), textValue(d.INSTE) },
+            { QStringLiteral("SITEE"), textValue(d.SITEE) },
+            { QStringLiteral("EXPTNO"), textValue(d.EXPTNO) },
+            { QStringLiteral("CODE"), textValue(d.CODE) },
             { QStringLiteral("ENAME"), textValue(d.ENAME) } });
 }
 
@@ -411,20 +442,21 @@ void storePlotDetails(const PlotDetails& plot)
 void storeGeneralDetails(const GeneralDetails& g)
 {
     storeFirstRow(QStringLiteral("GeneralInfo"),
-        { { QStringLiteral("PEOPLE"), textValue(g.PEOPLE) }, { QStringLiteral("ADDRESS"), textValue(g.ADDRESS) },
+        { { QStringLiteral("PEOPLE"), textValue(g.PEOPLE) },
+            { QStringLiteral("ADDRESS"), textValue(g.ADDRESS) },
             { QStringLiteral("SITE"), textValue(g.SITE) } });
 }
 
 QString checkBeforeSave(const ExperimentDetails& details, FileType type, const QString& cropCode)
 {
     if (type == FileType::Experimental && cropCode.trimmed().isEmpty())
-        return identity_text::chooseCropName();
+        return identity_text::chooseCropName;
     if (details.INSTE.trimmed().isEmpty())
-        return identity_text::specifyInstitute();
+        return identity_text::specifyInstitute;
     if (details.SITEE.trimmed().isEmpty())
-        return identity_text::specifySite();
+        return identity_text::specifySite;
     if (details.ENAME.trimmed().isEmpty())
-        return identity_text::enterExperimentName();
+        return identity_text::enterExperimentName;
     return QString();
 }
 

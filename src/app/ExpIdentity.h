@@ -39,20 +39,25 @@ QString fileTypeFolder(FileType type);
 // --- Messages -------------------------------------------------------------
 
 namespace identity_text {
-inline QString invalidEntry() { return QStringLiteral("Invalid entry."); }
-inline QString errorTitle() { return QStringLiteral("Error"); }
-inline QString fourDigitYear() { return QStringLiteral("Enter a four digit year."); }
-inline QString experimentNumberTooShort() { return QStringLiteral("Experiment number cannot less then 4 symbols long"); }
-inline QString instituteTooShort() { return QStringLiteral("Institute code must be two characters long."); }
-inline QString siteTooShort() { return QStringLiteral("Site code must be two characters long."); }
-inline QString specifyInstitute() { return QStringLiteral("Specify Institute Code before saving the file."); }
-inline QString specifySite() { return QStringLiteral("Specify Site Code before saving the file."); }
+inline const QString invalidEntry = QStringLiteral("Invalid entry.");
+inline const QString errorTitle = QStringLiteral("Error");
+inline const QString fourDigitYear = QStringLiteral("Enter a four digit year.");
+inline const QString experimentNumberTooShort
+    = QStringLiteral("Experiment number cannot less then 4 symbols long");
+inline const QString instituteTooShort
+    = QStringLiteral("Institute code must be two characters long.");
+inline const QString siteTooShort = QStringLiteral("Site code must be two characters long.");
+inline const QString specifyInstitute
+    = QStringLiteral("Specify Institute Code before saving the file.");
+inline const QString specifySite = QStringLiteral("Specify Site Code before saving the file.");
 // The text of the label lblPleseEntExpNam, shown when the title is missing.
-inline QString enterExperimentName() { return QStringLiteral("Please enter the experiment name."); }
-inline QString chooseCropName() { return QStringLiteral("You must choose a crop name."); }
-inline QString selectCrop() { return QStringLiteral("Please select Crop."); }
-inline QString cropOnlyForExperimental() { return QStringLiteral("Crop selection is available only for Experimental files"); }
-inline QString fileNameRule() { return QStringLiteral("File Name = [Institute Code]+[Site Code]+[Year] + [Experimental Number]"); }
+inline const QString enterExperimentName = QStringLiteral("Please enter the experiment name.");
+inline const QString chooseCropName = QStringLiteral("You must choose a crop name.");
+inline const QString selectCrop = QStringLiteral("Please select Crop.");
+inline const QString cropOnlyForExperimental
+    = QStringLiteral("Crop selection is available only for Experimental files");
+inline const QString fileNameRule
+    = QStringLiteral("File Name = [Institute Code]+[Site Code]+[Year] + [Experimental Number]");
 } // namespace identity_text
 
 // --- Validators -----------------------------------------------------------
@@ -68,7 +73,7 @@ struct RangeRule {
 };
 
 // The accepted text of a box (trimmed, or the default for an empty box), or
-// nothing when the entry is refused with identity_text::invalidEntry().
+// nothing when the entry is refused with identity_text::invalidEntry.
 std::optional<QString> acceptRange(const QString& text, const RangeRule& rule);
 
 // The rule of txtNumber: from 0 up, 1 when empty.
@@ -198,7 +203,8 @@ struct PlotField {
     const char* column;
     const char* control;
     bool numeric;
-    bool whole; // an Integer column: the value is rounded as the database engine rounds (half to even)
+    bool whole; // an Integer column: the value is rounded as the database engine rounds (half to
+                // even)
     RangeRule rule;
     QString PlotDetails::*member;
 };

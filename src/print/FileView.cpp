@@ -22,7 +22,10 @@ QString ViewFilePath()
     return folder + QStringLiteral("Temp.txt");
 }
 
-void removeViewFile(const QString& path) { QFile::remove(path); }
+void removeViewFile(const QString& path)
+{
+    QFile::remove(path);
+}
 
 QString writeViewText(const Writer& writer, const QString& path)
 {

@@ -1,5 +1,5 @@
-#include "app/AppState.h"
 #include "app/ExpIdentity.h"
+#include "app/AppState.h"
 #include "app/RuntimeError.h"
 #include "database/Sql.h"
 #include "support/QtPrinters.h"
@@ -13,7 +13,10 @@ using namespace quillon;
 
 namespace {
 
-QString sep() { return QString(QDir::separator()); }
+QString sep()
+{
+    return QString(QDir::separator());
+}
 
 const PlotField& plotField(const char* column)
 {
@@ -32,14 +35,17 @@ QString accepted(const QString& text, const RangeRule& rule)
 
 class ExpIdentityTest : public test::WorkDbTest {
 protected:
-    void addCrop(const QString& code, const QString& name, const QString& folder, bool listedAsSpecies = true)
+    void addCrop(const QString& code, const QString& name, const QString& folder,
+        bool listedAsSpecies = true)
     {
         database::insertRow(QStringLiteral("CropLookup"),
             { { QStringLiteral("CODE"), code }, { QStringLiteral("Name"), name },
-                { QStringLiteral("TERVA_Folder"), folder }, { QStringLiteral("CultivarFile"), code + QStringLiteral("X.CUL") } });
+                { QStringLiteral("TERVA_Folder"), folder },
+                { QStringLiteral("CultivarFile"), code + QStringLiteral("X.CUL") } });
         database::insertRow(QStringLiteral("CodeLookup"),
             { { QStringLiteral("Type"),
-                  listedAsSpecies ? QStringLiteral("Crop and Weed Species") : QStringLiteral("Weather") },
+                  listedAsSpecies ? QStringLiteral("Crop and Weed Species")
+                                  : QStringLiteral("Weather") },
                 { QStringLiteral("Code"), code }, { QStringLiteral("Description"), name } });
     }
 };
@@ -62,13 +68,16 @@ TEST(ExpIdentity, PlotBoxesKeepTheirLimitsDefaultsAndTheMissingValue)
     for (const PlotField& field : plotFields()) {
         if (!field.numeric)
             continue;
-        EXPECT_EQ(accepted(QStringLiteral(" -99 "), field.rule), QStringLiteral("-99")) << field.column;
-        EXPECT_EQ(accepted(QStringLiteral("  "), field.rule), QStringLiteral("-99")) << field.column;
+        EXPECT_EQ(accepted(QStringLiteral(" -99 "), field.rule), QStringLiteral("-99"))
+            << field.column;
+        EXPECT_EQ(accepted(QStringLiteral("  "), field.rule), QStringLiteral("-99"))
+            << field.column;
     }
     EXPECT_FALSE(plotField("PLAY").numeric);
     EXPECT_FALSE(plotField("HARM").numeric);
     EXPECT_EQ(QLatin1String(plotField("HAREA").control), QLatin1String("txtHAREA"));
-    EXPECT_EQ(accepted(QStringLiteral("10000"), plotField("HAREA").rule), QStringLiteral("<refused>"));
+    EXPECT_EQ(
+        accepted(QStringLiteral("10000"), plotField("HAREA").rule), QStringLiteral("<refused>"));
     EXPECT_EQ(accepted(QStringLiteral("10000"), plotField("HLEN").rule), QStringLiteral("10000"));
 
     // The experiment counter has no upper limit and defaults to 1.
@@ -88,11 +97,14 @@ TEST(ExpIdentity, YearAndCodeLengthChecksGiveTheirTexts)
     EXPECT_EQ(checkYear(QStringLiteral("20x6")), QStringLiteral("Enter a four digit year."));
     EXPECT_EQ(checkYear(QString()), QString());
 
-    EXPECT_EQ(checkInstitute(QStringLiteral("A")), QStringLiteral("Institute code must be two characters long."));
-    EXPECT_EQ(checkInstitute(QStringLiteral(" A ")), QStringLiteral("Institute code must be two characters long."));
+    EXPECT_EQ(checkInstitute(QStringLiteral("A")),
+        QStringLiteral("Institute code must be two characters long."));
+    EXPECT_EQ(checkInstitute(QStringLiteral(" A ")),
+        QStringLiteral("Institute code must be two characters long."));
     EXPECT_EQ(checkInstitute(QStringLiteral("AB")), QString());
     EXPECT_EQ(checkInstitute(QString()), QString());
-    EXPECT_EQ(checkSite(QStringLiteral("C")), QStringLiteral("Site code must be two characters long."));
+    EXPECT_EQ(
+        checkSite(QStringLiteral("C")), QStringLiteral("Site code must be two characters long."));
     EXPECT_EQ(checkExperimentNumber(QStringLiteral("010")),
         QStringLiteral("Experiment number cannot less then 4 symbols long"));
     EXPECT_EQ(checkExperimentNumber(QStringLiteral("   1")),
@@ -102,9 +114,12 @@ TEST(ExpIdentity, YearAndCodeLengthChecksGiveTheirTexts)
 
 TEST(ExpIdentity, ExperimentNumberIsMadeOfYearAndCounterAndSplitBack)
 {
-    EXPECT_EQ(composeExperimentNumber(QStringLiteral("2026"), QStringLiteral("1")), QStringLiteral("2601"));
-    EXPECT_EQ(composeExperimentNumber(QStringLiteral("2001"), QStringLiteral("01")), QStringLiteral("0101"));
-    EXPECT_EQ(composeExperimentNumber(QStringLiteral("1999"), QStringLiteral("123")), QStringLiteral("9923"));
+    EXPECT_EQ(composeExperimentNumber(QStringLiteral("2026"), QStringLiteral("1")),
+        QStringLiteral("2601"));
+    EXPECT_EQ(composeExperimentNumber(QStringLiteral("2001"), QStringLiteral("01")),
+        QStringLiteral("0101"));
+    EXPECT_EQ(composeExperimentNumber(QStringLiteral("1999"), QStringLiteral("123")),
+        QStringLiteral("9923"));
     EXPECT_EQ(composeExperimentNumber(QStringLiteral("2026"), QStringLiteral("-99")), QString());
     EXPECT_EQ(composeExperimentNumber(QString(), QStringLiteral("1")), QString());
 
@@ -126,7 +141,8 @@ TEST(ExpIdentity, FileNameFollowsTypeCropAndReadFolder)
     parts.cropFolder = QStringLiteral("Maize");
     parts.dataFolder = QStringLiteral("/data/TERVA48");
     EXPECT_EQ(experimentFilePath(parts),
-        QStringLiteral("/data/TERVA48") + sep() + QStringLiteral("Maize") + sep() + QStringLiteral("ABCD0101.MZx"));
+        QStringLiteral("/data/TERVA48") + sep() + QStringLiteral("Maize") + sep()
+            + QStringLiteral("ABCD0101.MZx"));
 
     // A crop without a folder and no crop at all leave the marks that Save
     // recognises: a doubled separator and a bare ".x".
@@ -134,25 +150,31 @@ TEST(ExpIdentity, FileNameFollowsTypeCropAndReadFolder)
     noCrop.cropCode.clear();
     noCrop.cropFolder.clear();
     const QString missing = experimentFilePath(noCrop);
-    EXPECT_EQ(missing, QStringLiteral("/data/TERVA48") + sep() + sep() + QStringLiteral("ABCD0101.x"));
+    EXPECT_EQ(
+        missing, QStringLiteral("/data/TERVA48") + sep() + sep() + QStringLiteral("ABCD0101.x"));
     EXPECT_EQ(pathForType(missing, FileType::Seasonal),
-        QStringLiteral("/data/TERVA48") + sep() + QStringLiteral("Seasonal") + sep() + QStringLiteral("ABCD0101.SNX"));
+        QStringLiteral("/data/TERVA48") + sep() + QStringLiteral("Seasonal") + sep()
+            + QStringLiteral("ABCD0101.SNX"));
     EXPECT_EQ(pathForType(missing, FileType::Experimental), missing);
 
-    const std::pair<FileType, const char*> types[] = { { FileType::Sequence, "Sequence/ABCD0101.sqx" },
-        { FileType::Seasonal, "Seasonal/ABCD0101.snx" }, { FileType::Spatial, "Spatial/ABCD0101.gsx" },
-        { FileType::Forecast, "YieldForecast/ABCD0101.fcx" } };
+    const std::pair<FileType, const char*> types[]
+        = { { FileType::Sequence, "Sequence/ABCD0101.sqx" },
+              { FileType::Seasonal, "Seasonal/ABCD0101.snx" },
+              { FileType::Spatial, "Spatial/ABCD0101.gsx" },
+              { FileType::Forecast, "YieldForecast/ABCD0101.fcx" } };
     for (const auto& [type, tail] : types) {
         FileNameParts typed = parts;
         typed.type = type;
         EXPECT_EQ(experimentFilePath(typed),
-            QStringLiteral("/data/TERVA48") + sep() + QString::fromLatin1(tail).replace(QLatin1Char('/'), sep()));
+            QStringLiteral("/data/TERVA48") + sep()
+                + QString::fromLatin1(tail).replace(QLatin1Char('/'), sep()));
     }
 
     // A file that was read stays in its own folder, whatever its crop says.
     FileNameParts read = parts;
     read.readFilePath = QStringLiteral("C:\\Trials\\Old\\XXYY9901.MZX");
-    EXPECT_EQ(experimentFilePath(read), QStringLiteral("C:\\Trials\\Old") + sep() + QStringLiteral("ABCD0101.MZx"));
+    EXPECT_EQ(experimentFilePath(read),
+        QStringLiteral("C:\\Trials\\Old") + sep() + QStringLiteral("ABCD0101.MZx"));
 
     // Nothing is made until all three parts have their full length.
     FileNameParts shortSite = parts;
@@ -162,7 +184,8 @@ TEST(ExpIdentity, FileNameFollowsTypeCropAndReadFolder)
     shortNumber.EXPTNO = QStringLiteral("101");
     EXPECT_TRUE(experimentFilePath(shortNumber).isEmpty());
 
-    EXPECT_EQ(captionWithFile(QStringLiteral("Experiment Details - OLD0101.MZX"), QStringLiteral("/x/ABCD0101.MZx")),
+    EXPECT_EQ(captionWithFile(QStringLiteral("Experiment Details - OLD0101.MZX"),
+                  QStringLiteral("/x/ABCD0101.MZx")),
         QStringLiteral("Experiment Details - ABCD0101.MZX"));
 }
 
@@ -201,14 +224,17 @@ TEST_F(ExpIdentityTest, CropListJoinsTheSpeciesCodesAndFindsByNameOrCode)
     EXPECT_EQ(cropWithCode(QStringLiteral("mz"))->name, QStringLiteral("Maize"));
     EXPECT_FALSE(cropNamed(QStringLiteral("Rice")).has_value());
 
-    EXPECT_EQ(checkCropFolderName(QStringLiteral("  ")), QStringLiteral("Please enter a folder name."));
+    EXPECT_EQ(
+        checkCropFolderName(QStringLiteral("  ")), QStringLiteral("Please enter a folder name."));
     EXPECT_FALSE(checkCropFolderName(QStringLiteral("a\\b")).isEmpty());
     EXPECT_FALSE(checkCropFolderName(QStringLiteral("o'brien")).isEmpty());
     EXPECT_FALSE(checkCropFolderName(QStringLiteral("a,b")).isEmpty());
     EXPECT_TRUE(checkCropFolderName(QStringLiteral(" corn ")).isEmpty());
     storeCropFolder(QStringLiteral("Maize"), QStringLiteral(" corn "));
-    EXPECT_EQ(test::rowsOf(QStringLiteral("SELECT CODE, TERVA_Folder FROM CropLookup ORDER BY CODE")),
-        QStringList({ QStringLiteral("MZ|CORN"), QStringLiteral("WH|WHEAT"), QStringLiteral("ZZ|NULL") }));
+    EXPECT_EQ(
+        test::rowsOf(QStringLiteral("SELECT CODE, TERVA_Folder FROM CropLookup ORDER BY CODE")),
+        QStringList(
+            { QStringLiteral("MZ|CORN"), QStringLiteral("WH|WHEAT"), QStringLiteral("ZZ|NULL") }));
 }
 
 TEST_F(ExpIdentityTest, TablesAreLoadedAndStoredAsOneRow)
@@ -222,7 +248,8 @@ TEST_F(ExpIdentityTest, TablesAreLoadedAndStoredAsOneRow)
     storeExperimentDetails(details);
     details.ENAME = QStringLiteral("ANOTHER TITLE");
     storeExperimentDetails(details);
-    EXPECT_EQ(test::rowsOf(QStringLiteral("SELECT INSTE, SITEE, EXPTNO, CODE, ENAME FROM ExpDetails")),
+    EXPECT_EQ(
+        test::rowsOf(QStringLiteral("SELECT INSTE, SITEE, EXPTNO, CODE, ENAME FROM ExpDetails")),
         QStringList { QStringLiteral("AB|CD|0101|MZ|ANOTHER TITLE") });
     EXPECT_EQ(loadExperimentDetails().ENAME, QStringLiteral("ANOTHER TITLE"));
 
@@ -234,7 +261,8 @@ TEST_F(ExpIdentityTest, TablesAreLoadedAndStoredAsOneRow)
     storePlotDetails(plot);
     plot.HLEN = QStringLiteral(" 3 ");
     storePlotDetails(plot);
-    EXPECT_EQ(test::rowsOf(QStringLiteral("SELECT PAREA, PRNO, PLEN, PLDR, PLAY, HLEN, HARM FROM PlotInfo")),
+    EXPECT_EQ(test::rowsOf(
+                  QStringLiteral("SELECT PAREA, PRNO, PLEN, PLDR, PLAY, HLEN, HARM FROM PlotInfo")),
         QStringList { QStringLiteral("12.5|2|-99|NULL|R|3|") });
     const PlotDetails back = loadPlotDetails();
     EXPECT_EQ(back.PAREA, QStringLiteral("12.5"));
@@ -268,9 +296,10 @@ TEST_F(ExpIdentityTest, TablesAreLoadedAndStoredAsOneRow)
 
 TEST(ExpIdentity, SaveChecksComeInTheirOrder)
 {
-    ExperimentDetails details { QStringLiteral("AB"), QStringLiteral("CD"), QStringLiteral("0101"), QString(),
-        QStringLiteral("TITLE") };
-    EXPECT_EQ(checkBeforeSave(details, FileType::Experimental, QString()), QStringLiteral("You must choose a crop name."));
+    ExperimentDetails details { QStringLiteral("AB"), QStringLiteral("CD"), QStringLiteral("0101"),
+        QString(), QStringLiteral("TITLE") };
+    EXPECT_EQ(checkBeforeSave(details, FileType::Experimental, QString()),
+        QStringLiteral("You must choose a crop name."));
     EXPECT_EQ(checkBeforeSave(details, FileType::Sequence, QString()), QString());
     details.SITEE.clear();
     details.INSTE = QStringLiteral(" ");
@@ -282,5 +311,5 @@ TEST(ExpIdentity, SaveChecksComeInTheirOrder)
     details.SITEE = QStringLiteral("CD");
     details.ENAME.clear();
     EXPECT_EQ(checkBeforeSave(details, FileType::Experimental, QStringLiteral("MZ")),
-        identity_text::enterExperimentName());
+        identity_text::enterExperimentName);
 }

@@ -20,7 +20,10 @@ using namespace quillon;
 
 namespace {
 
-QString sep() { return QString(QDir::separator()); }
+QString sep()
+{
+    return QString(QDir::separator());
+}
 
 class ExpidentifyTest : public test::WorkDbTest {
 protected:
@@ -37,8 +40,8 @@ protected:
             { { QStringLiteral("CODE"), code }, { QStringLiteral("Name"), name },
                 { QStringLiteral("TERVA_Folder"), folder } });
         database::insertRow(QStringLiteral("CodeLookup"),
-            { { QStringLiteral("Type"), QStringLiteral("Crop and Weed Species") }, { QStringLiteral("Code"), code },
-                { QStringLiteral("Description"), name } });
+            { { QStringLiteral("Type"), QStringLiteral("Crop and Weed Species") },
+                { QStringLiteral("Code"), code }, { QStringLiteral("Description"), name } });
     }
     void startNewFile()
     {
@@ -47,8 +50,7 @@ protected:
         state().ExpFilePath.clear();
         m_window.Form_Load();
     }
-    template <typename T>
-    T* child(const char* name)
+    template <typename T> T* child(const char* name)
     {
         T* widget = m_window.findChild<T*>(QLatin1String(name));
         EXPECT_NE(widget, nullptr) << name;
@@ -77,7 +79,8 @@ TEST_F(ExpidentifyTest, NewFileNameGrowsFromCropCodesYearAndNumber)
 {
     startNewFile();
     QStringList renamed;
-    QObject::connect(&m_window, &frmExpidentify::fileNameChanged, [&](const QString& p) { renamed << p; });
+    QObject::connect(
+        &m_window, &frmExpidentify::fileNameChanged, [&](const QString& p) { renamed << p; });
     EXPECT_EQ(child<QComboBox>("DBCombo1")->count(), 2);
     EXPECT_EQ(child<QComboBox>("DBCombo1")->itemText(0), QStringLiteral("Maize"));
     EXPECT_EQ(child<QComboBox>("cmbType")->count(), 5);
@@ -90,12 +93,13 @@ TEST_F(ExpidentifyTest, NewFileNameGrowsFromCropCodesYearAndNumber)
     box("txtYear")->setText(QStringLiteral("2001"));
     box("txtNumber")->setText(QStringLiteral("1"));
     EXPECT_EQ(box("TxtEXPTNO")->text(), QStringLiteral("0101"));
-    const QString maizeFile = QStringLiteral("/data/TERVA48") + sep() + QStringLiteral("MAIZE") + sep()
-        + QStringLiteral("ABCD0101.MZx");
+    const QString maizeFile = QStringLiteral("/data/TERVA48") + sep() + QStringLiteral("MAIZE")
+        + sep() + QStringLiteral("ABCD0101.MZx");
     EXPECT_EQ(state().ExpFilePath, maizeFile);
     ASSERT_FALSE(renamed.isEmpty());
     EXPECT_EQ(renamed.last(), maizeFile);
-    EXPECT_EQ(m_window.windowTitle(), QStringLiteral("Experiment Identification (experimental) - ABCD0101.MZX"));
+    EXPECT_EQ(m_window.windowTitle(),
+        QStringLiteral("Experiment Identification (experimental) - ABCD0101.MZX"));
 
     // Another type: no crop, the type's folder, extension and label.
     chooseType(FileType::Sequence);
@@ -106,19 +110,22 @@ TEST_F(ExpidentifyTest, NewFileNameGrowsFromCropCodesYearAndNumber)
     EXPECT_FALSE(child<QComboBox>("DBCombo1")->isEnabled());
     EXPECT_FALSE(child<QLabel>("lblCropNote")->isHidden());
     EXPECT_EQ(state().ExpFilePath,
-        QStringLiteral("/data/TERVA48") + sep() + QStringLiteral("Sequence") + sep() + QStringLiteral("ABCD0101.sqx"));
+        QStringLiteral("/data/TERVA48") + sep() + QStringLiteral("Sequence") + sep()
+            + QStringLiteral("ABCD0101.sqx"));
     EXPECT_EQ(m_window.experimentDetails().CODE, QStringLiteral("sq"));
-    EXPECT_EQ(m_window.windowTitle(), QStringLiteral("Experiment Identification (sequence) - ABCD0101.SQX"));
+    EXPECT_EQ(m_window.windowTitle(),
+        QStringLiteral("Experiment Identification (sequence) - ABCD0101.SQX"));
 
     // Back to experimental with no crop chosen: the marks of a missing crop.
     chooseType(FileType::Experimental);
-    EXPECT_EQ(state().ExpFilePath, QStringLiteral("/data/TERVA48") + sep() + sep() + QStringLiteral("ABCD0101.x"));
+    EXPECT_EQ(state().ExpFilePath,
+        QStringLiteral("/data/TERVA48") + sep() + sep() + QStringLiteral("ABCD0101.x"));
 }
 
 TEST_F(ExpidentifyTest, ReadFileIsShownKeepsItsFolderAndItsType)
 {
-    storeExperimentDetails({ QStringLiteral("UF"), QStringLiteral("GA"), QStringLiteral("9702"), QStringLiteral("wh"),
-        QStringLiteral("A WHEAT TRIAL") });
+    storeExperimentDetails({ QStringLiteral("UF"), QStringLiteral("GA"), QStringLiteral("9702"),
+        QStringLiteral("wh"), QStringLiteral("A WHEAT TRIAL") });
     PlotDetails plot;
     plot.PAREA = QStringLiteral("20");
     storePlotDetails(plot);
@@ -145,7 +152,8 @@ TEST_F(ExpidentifyTest, ReadFileIsShownKeepsItsFolderAndItsType)
     box("TxtSitee")->setText(QStringLiteral("GA"));
     EXPECT_EQ(state().ExpFilePath, readPath);
     box("txtNumber")->setText(QStringLiteral("3"));
-    EXPECT_EQ(state().ExpFilePath, QStringLiteral("/trials/old") + sep() + QStringLiteral("UFGA9703.WHx"));
+    EXPECT_EQ(state().ExpFilePath,
+        QStringLiteral("/trials/old") + sep() + QStringLiteral("UFGA9703.WHx"));
 
     // The type list is locked for a file that was read.
     chooseType(FileType::Seasonal);
@@ -179,8 +187,9 @@ TEST_F(ExpidentifyTest, BoxesRefuseWhatTheRulesRefuse)
 
     ASSERT_EQ(m_ui.messages.size(), 6u);
     EXPECT_EQ(m_ui.texts(),
-        QStringList({ QStringLiteral("Enter a four digit year."), QStringLiteral("Enter a four digit year."),
-            QStringLiteral("Invalid entry."), QStringLiteral("Institute code must be two characters long."),
+        QStringList({ QStringLiteral("Enter a four digit year."),
+            QStringLiteral("Enter a four digit year."), QStringLiteral("Invalid entry."),
+            QStringLiteral("Institute code must be two characters long."),
             QStringLiteral("Site code must be two characters long."),
             QStringLiteral("Experiment number cannot less then 4 symbols long") }));
     EXPECT_EQ(m_ui.messages[2].title, QStringLiteral("Error"));
@@ -198,7 +207,8 @@ TEST_F(ExpidentifyTest, NextNeedsACropThenStoresTheCode)
     m_ui.clear();
     chooseCrop(QStringLiteral("Wheat"));
     m_window.cmdNext_Click();
-    EXPECT_EQ(test::rowsOf(QStringLiteral("SELECT INSTE, CODE FROM ExpDetails")), QStringList { QStringLiteral("AB|WH") });
+    EXPECT_EQ(test::rowsOf(QStringLiteral("SELECT INSTE, CODE FROM ExpDetails")),
+        QStringList { QStringLiteral("AB|WH") });
     ASSERT_EQ(m_ui.messages.size(), 1u);
     EXPECT_EQ(m_ui.messages[0].icon, MsgIcon::Information);
     EXPECT_TRUE(m_ui.messages[0].text.contains(QStringLiteral("not available")));
@@ -211,13 +221,15 @@ TEST_F(ExpidentifyTest, NextNeedsACropThenStoresTheCode)
     m_window.cmdNext_Click();
     EXPECT_EQ(requests, 1);
     EXPECT_TRUE(m_ui.messages.empty());
-    EXPECT_EQ(test::rowsOf(QStringLiteral("SELECT CODE FROM ExpDetails")), QStringList { QString() });
+    EXPECT_EQ(
+        test::rowsOf(QStringLiteral("SELECT CODE FROM ExpDetails")), QStringList { QString() });
 
     // With treatments in the file the code is left alone.
     database::exec(QStringLiteral("UPDATE ExpDetails SET CODE = 'zz'"));
     database::insertRow(QStringLiteral("Treatments"), { { QStringLiteral("TRTNO"), 1 } });
     m_window.cmdNext_Click();
-    EXPECT_EQ(test::rowsOf(QStringLiteral("SELECT CODE FROM ExpDetails")), QStringList { QStringLiteral("zz") });
+    EXPECT_EQ(test::rowsOf(QStringLiteral("SELECT CODE FROM ExpDetails")),
+        QStringList { QStringLiteral("zz") });
 }
 
 TEST_F(ExpidentifyTest, UnloadWritesTheThreeTablesOnceAndAdditionalInfoComesBack)
@@ -233,9 +245,11 @@ TEST_F(ExpidentifyTest, UnloadWritesTheThreeTablesOnceAndAdditionalInfoComesBack
     QTimer::singleShot(0, [] {
         auto* dialog = qobject_cast<frmAddInfo*>(QApplication::activeModalWidget());
         ASSERT_NE(dialog, nullptr);
-        dialog->findChild<QLineEdit*>(QStringLiteral("txtPEOPLE"))->setText(QStringLiteral("A. Grower"));
+        dialog->findChild<QLineEdit*>(QStringLiteral("txtPEOPLE"))
+            ->setText(QStringLiteral("A. Grower"));
         dialog->findChild<QLineEdit*>(QStringLiteral("txtPRNO"))->setText(QStringLiteral("4"));
-        dialog->findChild<QLineEdit*>(QStringLiteral("txtHARM"))->setText(QStringLiteral("Combine"));
+        dialog->findChild<QLineEdit*>(QStringLiteral("txtHARM"))
+            ->setText(QStringLiteral("Combine"));
         dialog->findChild<QPushButton*>(QStringLiteral("cmdOK"))->click();
     });
     m_window.cmdAddInfo_Click();
@@ -243,7 +257,8 @@ TEST_F(ExpidentifyTest, UnloadWritesTheThreeTablesOnceAndAdditionalInfoComesBack
     EXPECT_EQ(m_window.plotDetails().PRNO, QStringLiteral("4"));
 
     m_window.close();
-    EXPECT_EQ(test::rowsOf(QStringLiteral("SELECT INSTE, SITEE, EXPTNO, CODE, ENAME FROM ExpDetails")),
+    EXPECT_EQ(
+        test::rowsOf(QStringLiteral("SELECT INSTE, SITEE, EXPTNO, CODE, ENAME FROM ExpDetails")),
         QStringList { QStringLiteral("AB|CD|2601|MZ|NITROGEN RATES") });
     EXPECT_EQ(test::rowsOf(QStringLiteral("SELECT PRNO, HARM, PAREA FROM PlotInfo")),
         QStringList { QStringLiteral("4|Combine|NULL") });

@@ -27,7 +27,8 @@ protected:
             QFile file(path);
             if (!file.open(QIODevice::WriteOnly))
                 return false;
-            file.write("*EXP.DETAILS: ABCD0101MZ RUN " + QByteArray::number(m_runs) + "\r\n\r\n*TREATMENTS\r\n\x1a\r\n");
+            file.write("*EXP.DETAILS: ABCD0101MZ RUN " + QByteArray::number(m_runs)
+                + "\r\n\r\n*TREATMENTS\r\n\x1a\r\n");
             return true;
         };
     }

@@ -34,8 +34,7 @@ protected:
     }
 };
 
-template <typename T>
-T* child(QWidget& parent, const char* name)
+template <typename T> T* child(QWidget& parent, const char* name)
 {
     T* widget = parent.findChild<T*>(QLatin1String(name));
     EXPECT_NE(widget, nullptr) << name;
@@ -46,7 +45,8 @@ QStringList reasons(QWidget& dialog)
 {
     QStringList lines;
     for (int i = 1; i <= 4; ++i)
-        lines << child<QLabel>(dialog, QStringLiteral("lblReason%1").arg(i).toLatin1().constData())->text();
+        lines << child<QLabel>(dialog, QStringLiteral("lblReason%1").arg(i).toLatin1().constData())
+                     ->text();
     return lines;
 }
 
@@ -59,13 +59,17 @@ TEST_F(StartDialogsTest, NewFileNoticeWordsAndSwitch)
     {
         frmStart_New notice;
         EXPECT_EQ(child<QLabel>(notice, "lblNotice")->text(),
-            QStringLiteral("You need to refresh the information in the internal database by selecting the REFRESH "
+            QStringLiteral("You need to refresh the information in the internal database by "
+                           "selecting the REFRESH "
                            "menu option if you:"));
         EXPECT_EQ(reasons(notice),
-            QStringList({ QStringLiteral("1. added new weather files,  "), QStringLiteral(" 2. added any new cultivar"),
-                QStringLiteral(" 3. changed directories in TERVA configuration menu (TERVAPRO.V46), or"),
+            QStringList({ QStringLiteral("1. added new weather files,  "),
+                QStringLiteral(" 2. added any new cultivar"),
+                QStringLiteral(
+                    " 3. changed directories in TERVA configuration menu (TERVAPRO.V46), or"),
                 QStringLiteral(" 4. changed any codes in *.CDE files") }));
-        EXPECT_EQ(child<QCheckBox>(notice, "chkDontShow")->text(), QStringLiteral("Don't show this message again."));
+        EXPECT_EQ(child<QCheckBox>(notice, "chkDontShow")->text(),
+            QStringLiteral("Don't show this message again."));
         // Closed without the box: the installation's switch stays.
         child<QPushButton>(notice, "cmdClose")->click();
     }
@@ -84,7 +88,8 @@ TEST_F(StartDialogsTest, RefreshNoticeOkGoesOnAndCancelStops)
     {
         frmStartRefresh notice;
         EXPECT_EQ(reasons(notice)[2],
-            QStringLiteral(" 3. changed directories in TERVA configuration menu (affecting TERVAPRO.V48), or"));
+            QStringLiteral(" 3. changed directories in TERVA configuration menu (affecting "
+                           "TERVAPRO.V48), or"));
         child<QPushButton>(notice, "cmdOK")->click();
         EXPECT_TRUE(notice.refreshGoOn());
         EXPECT_TRUE(notice.saveQuestionPending());
@@ -132,7 +137,8 @@ TEST_F(StartDialogsTest, SaveQuestionAnswersOneOrThree)
 TEST_F(StartDialogsTest, CropFolderIsRefusedOrStoredTrimmedInCapitals)
 {
     database::insertRow(QStringLiteral("CropLookup"),
-        { { QStringLiteral("CODE"), QStringLiteral("MZ") }, { QStringLiteral("Name"), QStringLiteral("Maize") } });
+        { { QStringLiteral("CODE"), QStringLiteral("MZ") },
+            { QStringLiteral("Name"), QStringLiteral("Maize") } });
     frmCreateDir dialog(QStringLiteral("Maize"));
     EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Warning!"));
     QLineEdit* name = child<QLineEdit>(dialog, "txtFolder");
@@ -143,7 +149,8 @@ TEST_F(StartDialogsTest, CropFolderIsRefusedOrStoredTrimmedInCapitals)
         EXPECT_EQ(m_ui.messages.size(), 1u) << refused;
         EXPECT_EQ(dialog.result(), QDialog::Rejected) << refused;
     }
-    EXPECT_EQ(test::rowsOf(QStringLiteral("SELECT TERVA_Folder FROM CropLookup")), QStringList { QStringLiteral("NULL") });
+    EXPECT_EQ(test::rowsOf(QStringLiteral("SELECT TERVA_Folder FROM CropLookup")),
+        QStringList { QStringLiteral("NULL") });
 
     m_ui.clear();
     name->setText(QStringLiteral("  corn fields "));

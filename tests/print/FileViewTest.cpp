@@ -1,7 +1,7 @@
+#include "print/FileView.h"
 #include "app/AppState.h"
 #include "app/ExpIdentity.h"
 #include "database/Sql.h"
-#include "print/FileView.h"
 #include "support/QtPrinters.h"
 #include "support/WorkDbFixture.h"
 
@@ -23,10 +23,12 @@ bool writeBytes(const QString& path, const QByteArray& bytes)
 // scratch file gets it, from what ExpDetails holds.
 bool fakeWriter(const QString& path)
 {
-    QSqlQuery q = database::select(QStringLiteral("SELECT INSTE, SITEE, EXPTNO, CODE, ENAME FROM ExpDetails"));
+    QSqlQuery q = database::select(
+        QStringLiteral("SELECT INSTE, SITEE, EXPTNO, CODE, ENAME FROM ExpDetails"));
     QByteArray line = "*EXP.DETAILS: ";
     if (q.next()) {
-        line += (q.value(0).toString() + q.value(1).toString() + q.value(2).toString() + q.value(3).toString())
+        line += (q.value(0).toString() + q.value(1).toString() + q.value(2).toString()
+            + q.value(3).toString())
                     .toLatin1();
         line += ' ' + q.value(4).toString().toLatin1();
     }
@@ -74,21 +76,24 @@ TEST_F(FileViewTest, ScratchFileLiesInTheProgramFolderAndIsRewrittenEachTime)
 TEST_F(FileViewTest, PreviewPadsTheIdentificationSoTheFirstLineKeepsItsColumns)
 {
     setFileType(state(), FileType::Experimental);
-    ExperimentDetails details { QStringLiteral("A"), QString(), QString(), QString(), QStringLiteral("MY TRIAL") };
+    ExperimentDetails details { QStringLiteral("A"), QString(), QString(), QString(),
+        QStringLiteral("MY TRIAL") };
     print::storeViewIdentity(details, QStringLiteral("MZ"));
     // Padded in place: the window's boxes show what was stored.
     EXPECT_EQ(details.INSTE, QStringLiteral(" A"));
     EXPECT_EQ(details.SITEE, QStringLiteral("  "));
     EXPECT_EQ(details.EXPTNO, QStringLiteral("    "));
     const QString text = print::writeViewText(fakeWriter, print::ViewFilePath());
-    EXPECT_TRUE(text.startsWith(QStringLiteral("*EXP.DETAILS:  A      MZ MY TRIAL\n"))) << text.toStdString();
+    EXPECT_TRUE(text.startsWith(QStringLiteral("*EXP.DETAILS:  A      MZ MY TRIAL\n")))
+        << text.toStdString();
 
     // The first row is edited, not a second one added; the type decides the code.
     setFileType(state(), FileType::Spatial);
-    ExperimentDetails spatial { QStringLiteral("AB"), QStringLiteral("CD"), QStringLiteral("12"), QString(),
-        QStringLiteral("GRID") };
+    ExperimentDetails spatial { QStringLiteral("AB"), QStringLiteral("CD"), QStringLiteral("12"),
+        QString(), QStringLiteral("GRID") };
     print::storeViewIdentity(spatial, QStringLiteral("MZ"));
-    EXPECT_EQ(test::rowsOf(QStringLiteral("SELECT INSTE, SITEE, EXPTNO, CODE, ENAME FROM ExpDetails")),
+    EXPECT_EQ(
+        test::rowsOf(QStringLiteral("SELECT INSTE, SITEE, EXPTNO, CODE, ENAME FROM ExpDetails")),
         QStringList { QStringLiteral("AB|CD|  12|gs|GRID") });
 
     EXPECT_EQ(print::padLeft(QStringLiteral("12345"), 4), QStringLiteral("12345"));

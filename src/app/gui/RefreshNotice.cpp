@@ -12,22 +12,26 @@ QCheckBox* addRefreshNotice(QWidget* dialog, QBoxLayout* layout, const QString& 
     auto* icon = new QLabel(dialog);
     icon->setObjectName(QStringLiteral("imgInfo"));
     const int size = dialog->style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, dialog);
-    icon->setPixmap(dialog->style()->standardIcon(QStyle::SP_MessageBoxInformation, nullptr, dialog).pixmap(size, size));
+    icon->setPixmap(dialog->style()
+                        ->standardIcon(QStyle::SP_MessageBoxInformation, nullptr, dialog)
+                        .pixmap(size, size));
     icon->setAlignment(Qt::AlignTop | Qt::AlignHCenter);
 
     auto* lead = new QLabel(dialog);
     lead->setObjectName(QStringLiteral("lblNotice"));
     lead->setTextFormat(Qt::PlainText);
     lead->setWordWrap(true);
-    lead->setText(QStringLiteral("You need to refresh the information in the internal database by selecting the "
-                                 "REFRESH menu option if you:"));
+    lead->setText(QStringLiteral(
+        "You need to refresh the information in the internal database by selecting the "
+        "REFRESH menu option if you:"));
 
     // The reasons are shown as the program words them, blanks included.
     auto* reasons = new QVBoxLayout;
     reasons->setSpacing(2);
     reasons->setContentsMargins(12, 0, 0, 0);
-    const QString lines[] = { QStringLiteral("1. added new weather files,  "), QStringLiteral(" 2. added any new cultivar"),
-        thirdReason, QStringLiteral(" 4. changed any codes in *.CDE files") };
+    const QString lines[] = { QStringLiteral("1. added new weather files,  "),
+        QStringLiteral(" 2. added any new cultivar"), thirdReason,
+        QStringLiteral(" 4. changed any codes in *.CDE files") };
     int number = 1;
     for (const QString& line : lines) {
         auto* label = new QLabel(line, dialog);

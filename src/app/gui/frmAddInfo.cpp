@@ -85,14 +85,16 @@ frmAddInfo::frmAddInfo(QWidget* parent)
     grid->setColumnMinimumWidth(2, 28);
     grid->setColumnStretch(5, 1);
     std::vector<QWidget*> tabOrder { m_txtPEOPLE, m_txtADDRESS, m_txtSITE };
-    auto addColumn = [&](const BoxLabel* begin, const BoxLabel* end, const QString& heading, int column) {
+    auto addColumn = [&](const BoxLabel* begin, const BoxLabel* end, const QString& heading,
+                         int column) {
         auto* title = new QLabel(QStringLiteral("<b>%1</b>").arg(heading), plot);
         grid->addWidget(title, 0, column, 1, 2);
         int row = 1;
         for (const BoxLabel* b = begin; b != end; ++b, ++row) {
             const QString control = QLatin1String(b->control);
             const PlotField& field = fieldOf(control);
-            QLineEdit* edit = textBox(plot, control, field.numeric ? 12 : (control == QLatin1String("txtPLAY") ? 5 : 15));
+            QLineEdit* edit = textBox(
+                plot, control, field.numeric ? 12 : (control == QLatin1String("txtPLAY") ? 5 : 15));
             edit->setToolTip(tr(b->tip));
             if (field.numeric) {
                 edit->setAlignment(Qt::AlignRight);
@@ -170,7 +172,8 @@ bool frmAddInfo::validatePlotBox(const QString& control)
         return true;
     const std::optional<QString> accepted = acceptRange(edit->text(), field.rule);
     if (!accepted) {
-        msgBox(identity_text::invalidEntry(), MsgButtons::OK, MsgIcon::Critical, identity_text::errorTitle());
+        msgBox(identity_text::invalidEntry, MsgButtons::OK, MsgIcon::Critical,
+            identity_text::errorTitle);
         edit->setFocus();
         edit->selectAll();
         return false;

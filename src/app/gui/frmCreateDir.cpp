@@ -21,9 +21,9 @@ frmCreateDir::frmCreateDir(const QString& cropName, QWidget* parent)
     setObjectName(QStringLiteral("frmCreateDir"));
     setWindowTitle(QStringLiteral("Warning!"));
 
-    auto* prompt = new QLabel(
-        tr("The crop %1 has no folder of its own yet. Please enter the name of the folder for its experiment files.")
-            .arg(cropName),
+    auto* prompt = new QLabel(tr("The crop %1 has no folder of its own yet. Please enter the name "
+                                 "of the folder for its experiment files.")
+                                  .arg(cropName),
         this);
     prompt->setObjectName(QStringLiteral("lblPrompt"));
     prompt->setWordWrap(true);

@@ -43,8 +43,8 @@ QLabel* hint(const QString& text, QWidget* parent, const char* name)
     return label;
 }
 
-constexpr FileType allTypes[] = { FileType::Experimental, FileType::Sequence, FileType::Seasonal, FileType::Spatial,
-    FileType::Forecast };
+constexpr FileType allTypes[] = { FileType::Experimental, FileType::Sequence, FileType::Seasonal,
+    FileType::Spatial, FileType::Forecast };
 
 } // namespace
 
@@ -52,14 +52,14 @@ frmExpidentify::frmExpidentify(QWidget* parent)
     : QWidget(parent)
     , m_cmbType(new QComboBox(this))
     , m_DBCombo1(new QComboBox(this))
-    , m_lblCropNote(hint(identity_text::cropOnlyForExperimental(), this, "lblCropNote"))
+    , m_lblCropNote(hint(identity_text::cropOnlyForExperimental, this, "lblCropNote"))
     , m_txtINSTE(codeBox(this, "txtINSTE", 2, 56))
     , m_TxtSitee(codeBox(this, "TxtSitee", 2, 56))
     , m_txtYear(codeBox(this, "txtYear", 4, 72))
     , m_txtNumber(codeBox(this, "txtNumber", 6, 56))
     , m_TxtEXPTNO(codeBox(this, "TxtEXPTNO", 4, 72))
     , m_TxtENAME(new QLineEdit(this))
-    , m_lblPleseEntExpNam(new QLabel(identity_text::enterExperimentName(), this))
+    , m_lblPleseEntExpNam(new QLabel(identity_text::enterExperimentName, this))
     , m_lblFileName(new QLabel(this))
     , m_cmdAddInfo(new QPushButton(tr("&Additional Information..."), this))
     , m_cmdNext(new QPushButton(tr("&Next >"), this))
@@ -70,7 +70,7 @@ frmExpidentify::frmExpidentify(QWidget* parent)
     m_DBCombo1->setObjectName(QStringLiteral("DBCombo1"));
     m_TxtENAME->setObjectName(QStringLiteral("TxtENAME"));
     m_TxtENAME->setMaxLength(70); // the width of ExpDetails.ENAME
-    m_TxtENAME->setPlaceholderText(identity_text::enterExperimentName());
+    m_TxtENAME->setPlaceholderText(identity_text::enterExperimentName);
     m_lblPleseEntExpNam->setObjectName(QStringLiteral("lblPleseEntExpNam"));
     m_lblPleseEntExpNam->hide(); // its text is the message of a missing title
     m_lblFileName->setObjectName(QStringLiteral("lblFileName"));
@@ -158,7 +158,8 @@ void frmExpidentify::buildLayout()
     idForm->addRow(rowLabel(tr("&Year:"), m_txtYear, idBox), yearRow);
     idForm->addRow(rowLabel(tr("E&xperiment number:"), m_TxtEXPTNO, idBox), m_TxtEXPTNO);
     idForm->addRow(rowLabel(tr("File name:"), nullptr, idBox), m_lblFileName);
-    idForm->addRow(rowLabel(QString(), nullptr, idBox), hint(identity_text::fileNameRule(), idBox, "lblFileNameRule"));
+    idForm->addRow(rowLabel(QString(), nullptr, idBox),
+        hint(identity_text::fileNameRule, idBox, "lblFileNameRule"));
 
     auto* nameBox = new QGroupBox(tr("Experiment"), this);
     nameBox->setObjectName(QStringLiteral("fraExperiment"));
@@ -186,8 +187,8 @@ void frmExpidentify::buildLayout()
     layout->addStretch();
     layout->addLayout(buttons);
 
-    QWidget* const order[] = { m_cmbType, m_DBCombo1, m_txtINSTE, m_TxtSitee, m_txtYear, m_txtNumber, m_TxtEXPTNO,
-        m_TxtENAME, m_cmdAddInfo, m_cmdNext };
+    QWidget* const order[] = { m_cmbType, m_DBCombo1, m_txtINSTE, m_TxtSitee, m_txtYear,
+        m_txtNumber, m_TxtEXPTNO, m_TxtENAME, m_cmdAddInfo, m_cmdNext };
     for (size_t i = 1; i < std::size(order); ++i)
         setTabOrder(order[i - 1], order[i]);
     setMinimumWidth(600);
@@ -251,7 +252,10 @@ void frmExpidentify::closeEvent(QCloseEvent* event)
     event->accept();
 }
 
-FileType frmExpidentify::fileType() const { return static_cast<FileType>(m_cmbType->currentData().toInt()); }
+FileType frmExpidentify::fileType() const
+{
+    return static_cast<FileType>(m_cmbType->currentData().toInt());
+}
 
 ExperimentDetails frmExpidentify::experimentDetails() const
 {
@@ -272,7 +276,8 @@ ExperimentDetails frmExpidentify::padForView()
     return experimentDetails();
 }
 
-bool frmExpidentify::refuse(QLineEdit* box, const QString& message, MsgIcon icon, const QString& title)
+bool frmExpidentify::refuse(
+    QLineEdit* box, const QString& message, MsgIcon icon, const QString& title)
 {
     msgBox(message, MsgButtons::OK, icon, title);
     box->setFocus();
@@ -306,9 +311,11 @@ bool frmExpidentify::txtYear_Validate()
 
 bool frmExpidentify::txtNumber_Validate()
 {
-    const std::optional<QString> accepted = acceptRange(m_txtNumber->text(), experimentCounterRule());
+    const std::optional<QString> accepted
+        = acceptRange(m_txtNumber->text(), experimentCounterRule());
     if (!accepted)
-        return refuse(m_txtNumber, identity_text::invalidEntry(), MsgIcon::Critical, identity_text::errorTitle());
+        return refuse(
+            m_txtNumber, identity_text::invalidEntry, MsgIcon::Critical, identity_text::errorTitle);
     if (*accepted != m_txtNumber->text())
         m_txtNumber->setText(*accepted);
     return true;
@@ -410,7 +417,7 @@ void frmExpidentify::cmdNext_Click()
             ExperimentDetails details = experimentDetails();
             if (fileType() == FileType::Experimental) {
                 if (m_crop.code.isEmpty()) {
-                    msgBox(identity_text::selectCrop(), MsgButtons::OK, MsgIcon::Exclamation);
+                    msgBox(identity_text::selectCrop, MsgButtons::OK, MsgIcon::Exclamation);
                     return;
                 }
             } else {
@@ -425,8 +432,8 @@ void frmExpidentify::cmdNext_Click()
     if (isSignalConnected(QMetaMethod::fromSignal(&frmExpidentify::nextRequested)))
         emit nextRequested();
     else
-        msgBox(tr("The treatment editor is not available in this version of Quillon."), MsgButtons::OK,
-            MsgIcon::Information);
+        msgBox(tr("The treatment editor is not available in this version of Quillon."),
+            MsgButtons::OK, MsgIcon::Information);
 }
 
 void frmExpidentify::cmdAddInfo_Click()

@@ -75,7 +75,8 @@ private:
     void composeExperimentNumber();
     void refreshCaption();
     void showCropState();
-    bool refuse(QLineEdit* box, const QString& message, MsgIcon icon, const QString& title = QString());
+    bool refuse(
+        QLineEdit* box, const QString& message, MsgIcon icon, const QString& title = QString());
 
     QComboBox* m_cmbType;
     QComboBox* m_DBCombo1;

@@ -19,8 +19,10 @@ frmSaveFile::frmSaveFile(QWidget* parent)
 
     auto* icon = new QLabel(this);
     const int size = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
-    icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this).pixmap(size, size));
-    auto* text = new QLabel(QStringLiteral("Please save your file prior to refreshing the database!"), this);
+    icon->setPixmap(
+        style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this).pixmap(size, size));
+    auto* text = new QLabel(
+        QStringLiteral("Please save your file prior to refreshing the database!"), this);
     text->setObjectName(QStringLiteral("lblSave"));
     text->setTextFormat(Qt::PlainText);
     text->setWordWrap(true);
@@ -31,10 +33,12 @@ frmSaveFile::frmSaveFile(QWidget* parent)
     body->addWidget(text, 1);
 
     auto* buttons = new QDialogButtonBox(this);
-    QPushButton* save = buttons->addButton(QStringLiteral("Save and Refresh"), QDialogButtonBox::AcceptRole);
+    QPushButton* save
+        = buttons->addButton(QStringLiteral("Save and Refresh"), QDialogButtonBox::AcceptRole);
     save->setObjectName(QStringLiteral("cmdSave"));
     save->setDefault(true);
-    QPushButton* cancel = buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
+    QPushButton* cancel
+        = buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
     cancel->setObjectName(QStringLiteral("cmdCancel"));
     connect(save, &QPushButton::clicked, this, &frmSaveFile::cmdSave_Click);
     connect(cancel, &QPushButton::clicked, this, &frmSaveFile::cmdCancel_Click);

@@ -19,7 +19,8 @@ frmStartRefresh::frmStartRefresh(QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(20, 20, 20, 16);
     m_dontShow = addRefreshNotice(this, layout,
-        QStringLiteral(" 3. changed directories in TERVA configuration menu (affecting TERVAPRO.V48), or"));
+        QStringLiteral(
+            " 3. changed directories in TERVA configuration menu (affecting TERVAPRO.V48), or"));
 
     auto* buttons = new QDialogButtonBox(this);
     QPushButton* ok = buttons->addButton(QDialogButtonBox::Ok);
@@ -33,7 +34,10 @@ frmStartRefresh::frmStartRefresh(QWidget* parent)
     setMinimumWidth(480);
 }
 
-bool frmStartRefresh::dontShowAgain() const { return m_dontShow->isChecked(); }
+bool frmStartRefresh::dontShowAgain() const
+{
+    return m_dontShow->isChecked();
+}
 
 void frmStartRefresh::cmdOK_Click()
 {

@@ -30,9 +30,15 @@ frmStart_New::frmStart_New(QWidget* parent)
     setMinimumWidth(480);
 }
 
-bool frmStart_New::dontShowAgain() const { return m_dontShow->isChecked(); }
+bool frmStart_New::dontShowAgain() const
+{
+    return m_dontShow->isChecked();
+}
 
-void frmStart_New::cmdClose_Click() { accept(); }
+void frmStart_New::cmdClose_Click()
+{
+    accept();
+}
 
 void frmStart_New::done(int result)
 {

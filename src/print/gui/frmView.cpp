@@ -4,6 +4,7 @@
 #include "app/RuntimeError.h"
 #include "app/gui/frmExpidentify.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QHBoxLayout>
@@ -13,7 +14,6 @@
 #include <QPushButton>
 #include <QShortcut>
 #include <QTextBlock>
-#include <QAbstractTextDocumentLayout>
 #include <QTextDocument>
 #include <QVBoxLayout>
 
@@ -88,7 +88,10 @@ frmView::frmView(print::Writer writer, QWidget* parent)
     resize(900, 640);
 }
 
-frmView::~frmView() { Form_Unload(); }
+frmView::~frmView()
+{
+    Form_Unload();
+}
 
 void frmView::Form_Load()
 {
@@ -123,9 +126,15 @@ void frmView::loadFile(const QString& path)
     m_RhTBView->setPlainText(print::readViewText(path));
 }
 
-QString frmView::text() const { return m_RhTBView->toPlainText(); }
+QString frmView::text() const
+{
+    return m_RhTBView->toPlainText();
+}
 
-void frmView::cmdExit_Click() { close(); }
+void frmView::cmdExit_Click()
+{
+    close();
+}
 
 void frmView::cmdRefresh_Click()
 {
@@ -193,7 +202,8 @@ std::function<void()> viewIdentityFrom(frmExpidentify* identification)
     };
 }
 
-frmView* ShowFileView(QWidget* parent, const print::Writer& writer, const std::function<void()>& prepare)
+frmView* ShowFileView(
+    QWidget* parent, const print::Writer& writer, const std::function<void()>& prepare)
 {
     QPointer<frmView>& view = fileView();
     if (!view) {
@@ -208,7 +218,8 @@ frmView* ShowFileView(QWidget* parent, const print::Writer& writer, const std::f
     return view;
 }
 
-void printFileView(QWidget* parent, const print::Writer& writer, const std::function<void()>& prepare)
+void printFileView(
+    QWidget* parent, const print::Writer& writer, const std::function<void()>& prepare)
 {
     const PrintChoice choice = ui().choosePrinter();
     if (!choice.accepted)

@@ -72,13 +72,15 @@ bool printText(const QString& text, const PrintChoice& choice, const QFont& font
 std::function<void()> viewIdentityFrom(frmExpidentify* identification);
 
 // Print Preview: loads the view if it isn't loaded and shows it, not modally.
-frmView* ShowFileView(QWidget* parent, const print::Writer& writer, const std::function<void()>& prepare);
+frmView* ShowFileView(
+    QWidget* parent, const print::Writer& writer, const std::function<void()>& prepare);
 
 // Print from the menu: asks for the printer, prints the text the view holds
 // (loading the view, and with it the scratch file, when none was open), and
 // unloads the view afterwards. Cancel in the printer dialog ends the command
 // quietly.
-void printFileView(QWidget* parent, const print::Writer& writer, const std::function<void()>& prepare);
+void printFileView(
+    QWidget* parent, const print::Writer& writer, const std::function<void()>& prepare);
 
 // The checker's findings: `path` shown modally under the caption "View Errors".
 void showErrors(QWidget* parent, const QString& path);
