@@ -59,7 +59,8 @@ QStringList keptCodeLines(const QStringList& lines, bool titleRule)
             continue;
         }
         const QString trimmed = trimSpaces(line);
-        if (trimmed.isEmpty() || trimmed.startsWith(QLatin1Char('!')) || line.startsWith(QLatin1Char('@')))
+        if (trimmed.isEmpty() || trimmed.startsWith(QLatin1Char('!'))
+            || line.startsWith(QLatin1Char('@')))
             continue;
         kept << line;
     }
@@ -91,10 +92,11 @@ void CreateCodeLookup()
 
         // Two fertilizer methods share one description, cut short in the
         // file; the code in brackets tells them apart in the lists.
-        for (const char* description :
-            { "   Broadcast on flooded/saturated soil", "   Deeply placed urea super granules/p" }) {
-            database::exec(QStringLiteral("UPDATE CodeLookup SET Description = Description || ' (' || "
-                                          "IFNULL(Code, '') || ')' WHERE Type = ? AND Description = ?"),
+        for (const char* description : { "   Broadcast on flooded/saturated soil",
+                 "   Deeply placed urea super granules/p" }) {
+            database::exec(
+                QStringLiteral("UPDATE CodeLookup SET Description = Description || ' (' || "
+                               "IFNULL(Code, '') || ')' WHERE Type = ? AND Description = ?"),
                 { fertilizerType, QLatin1String(description) });
         }
     } catch (const RuntimeError& e) {
@@ -147,13 +149,15 @@ void CreateCodeStageLookup()
                     { QStringLiteral("Label"), textOrNull(trimSpaces(mid(line, 6, 5))) },
                     { QStringLiteral("Description"), codeDescription(mid(line, 13, 58)) } });
         }
-        database::exec(QStringLiteral("DELETE FROM CodeStageLookup WHERE Code IS NULL OR Code = '@CDE'"));
+        database::exec(
+            QStringLiteral("DELETE FROM CodeStageLookup WHERE Code IS NULL OR Code = '@CDE'"));
 
         // Sections common to several crops: each crop gets the rows.
         using Row = std::array<QVariant, 4>;
         std::vector<Row> shared;
-        QSqlQuery q = database::select(QStringLiteral(
-            "SELECT Name, Code, Label, Description FROM CodeStageLookup WHERE Name LIKE '%,%' ORDER BY rowid"));
+        QSqlQuery q = database::select(
+            QStringLiteral("SELECT Name, Code, Label, Description FROM CodeStageLookup WHERE Name "
+                           "LIKE '%,%' ORDER BY rowid"));
         while (q.next())
             shared.push_back({ q.value(0), q.value(1), q.value(2), q.value(3) });
         q.finish();
@@ -163,8 +167,8 @@ void CreateCodeStageLookup()
             for (QString crop : names) {
                 crop.remove(QLatin1Char(' '));
                 database::insertRow(QStringLiteral("CodeStageLookup"),
-                    { { QStringLiteral("Name"), textOrNull(crop.toUpper()) }, { QStringLiteral("Code"), row[1] },
-                        { QStringLiteral("Label"), row[2] },
+                    { { QStringLiteral("Name"), textOrNull(crop.toUpper()) },
+                        { QStringLiteral("Code"), row[1] }, { QStringLiteral("Label"), row[2] },
                         { QStringLiteral("Description"), withoutApostrophes(row[3].toString()) } });
             }
         }
@@ -177,16 +181,16 @@ void CreateCodeStageLookup()
 
 int simulationType(const QString& heading)
 {
-    static const std::array<const char*, 23> headings = { "Start Simulation", "Simulation/Options/Water",
-        "Simulation/Options/Symbiosis", "Simulation/Methods/Weather",
+    static const std::array<const char*, 23> headings = { "Start Simulation",
+        "Simulation/Options/Water", "Simulation/Options/Symbiosis", "Simulation/Methods/Weather",
         "Simulation/Methods/Initial Soil Conditions", "Simulation/Methods/Evapotransportation",
         "Simulation/Methods/Infiltration", "Simulation/Methods/Photosynthesis",
         "Simulation/Methods/Hydrology", "Simulation/Methods/SOM", "Simulation/Management/Planting",
         "Simulation/Management/Irrigation", "Simulation/Management/Fertilization",
         "Simulation/Management/Residue", "Simulation/Management/Harvest", "Simulation/Outputs",
-        "Simulation/Outputs/Options", "Simulation/Methods/Soil Evaporation", "Simulation/Crop Models",
-        "Simulation/Methods/Soil Layer Distribution", "Simulation/Outputs/Verbose",
-        "Simulation/Options/CO2", "Simulation/Outputs/Format" };
+        "Simulation/Outputs/Options", "Simulation/Methods/Soil Evaporation",
+        "Simulation/Crop Models", "Simulation/Methods/Soil Layer Distribution",
+        "Simulation/Outputs/Verbose", "Simulation/Options/CO2", "Simulation/Outputs/Format" };
     if (heading.compare(QLatin1String("Codes for Simulations Options"), Qt::CaseInsensitive) == 0)
         return -1;
     for (int i = 0; i < int(headings.size()); ++i) {
@@ -235,7 +239,8 @@ void CreateSIMLookUp()
                 continue;
             const bool models = type == 19;
             database::insertRow(QStringLiteral("SimLookUp"),
-                { { QStringLiteral("Code"), models ? modelDisplayName(mid(line, 1, 5)) : mid(line, 1, 1) },
+                { { QStringLiteral("Code"),
+                      models ? modelDisplayName(mid(line, 1, 5)) : mid(line, 1, 1) },
                     { QStringLiteral("Description"),
                         simulationDescription(models ? mid(line, 12, 60) : mid(line, 10, 55)) },
                     { QStringLiteral("Type"), type } });
@@ -246,8 +251,9 @@ void CreateSIMLookUp()
         // Distinct rows in sorted order, as the table is read from then on.
         using Row = std::tuple<QVariant, QVariant, QVariant>;
         std::vector<Row> rows;
-        QSqlQuery q = database::select(QStringLiteral(
-            "SELECT DISTINCT Type, Code, Description FROM SimLookUp ORDER BY Type, Code, Description"));
+        QSqlQuery q
+            = database::select(QStringLiteral("SELECT DISTINCT Type, Code, Description FROM "
+                                              "SimLookUp ORDER BY Type, Code, Description"));
         while (q.next())
             rows.emplace_back(q.value(0), q.value(1), q.value(2));
         q.finish();

@@ -68,7 +68,8 @@ QString cultivarFileOfModel(const QString& cropCode, const QString& path)
 
 QString folderOfData(const QString& path)
 {
-    const int separator = int(std::max(path.lastIndexOf(QLatin1Char('\\')), path.lastIndexOf(QLatin1Char('/'))));
+    const int separator
+        = int(std::max(path.lastIndexOf(QLatin1Char('\\')), path.lastIndexOf(QLatin1Char('/'))));
     return separator < 0 ? QString() : path.mid(separator + 1);
 }
 
@@ -77,17 +78,20 @@ void CreateCropLookup()
     database::Transaction transaction;
     try {
         std::vector<Crop> crops;
-        QSqlQuery q = database::select(QStringLiteral(
-            "SELECT Code, Description FROM CodeLookup WHERE Type = 'Crop and Weed Species' ORDER BY Code"));
+        QSqlQuery q
+            = database::select(QStringLiteral("SELECT Code, Description FROM CodeLookup WHERE Type "
+                                              "= 'Crop and Weed Species' ORDER BY Code"));
         while (q.next())
-            crops.push_back({ trimSpaces(q.value(0).toString()), trimSpaces(q.value(1).toString()), {}, {} });
+            crops.push_back(
+                { trimSpaces(q.value(0).toString()), trimSpaces(q.value(1).toString()), {}, {} });
         q.finish();
 
         for (Crop& crop : crops) {
             const QString dataCode = crop.code + QLatin1Char('D');
             const QString modelCode = QLatin1Char('M') + crop.code;
             QSqlQuery rows = database::select(
-                QStringLiteral("SELECT Code, Path FROM TERVAPRO WHERE Code = ? OR Code = ? ORDER BY rowid"),
+                QStringLiteral(
+                    "SELECT Code, Path FROM TERVAPRO WHERE Code = ? OR Code = ? ORDER BY rowid"),
                 { dataCode, modelCode });
             while (rows.next()) {
                 const QString path = rows.value(1).toString();
@@ -110,8 +114,9 @@ void CreateCropLookup()
             } catch (const RuntimeError& e) {
                 if (e.number() != err::DuplicateKey)
                     throw;
-                msgBox(QStringLiteral("Please correct the file TERVAPRO.V48. Repeated codes are not permitted "
-                                      "in the file. Please change or remove one code '")
+                msgBox(QStringLiteral(
+                           "Please correct the file TERVAPRO.V48. Repeated codes are not permitted "
+                           "in the file. Please change or remove one code '")
                         + crop.code + QStringLiteral("D") + QStringLiteral("'."),
                     MsgButtons::OK, MsgIcon::Critical, QStringLiteral("Error"));
             }
@@ -131,10 +136,12 @@ void CropCodesLookup()
     const QString folder = locationFolder(state().GenotypeFolder);
 
     std::vector<std::pair<QString, QString>> crops;
-    QSqlQuery q = database::select(QStringLiteral("SELECT CODE, CultivarFile FROM CropLookup ORDER BY rowid"));
+    QSqlQuery q = database::select(
+        QStringLiteral("SELECT CODE, CultivarFile FROM CropLookup ORDER BY rowid"));
     while (q.next()) {
         const QVariant file = q.value(1);
-        crops.emplace_back(q.value(0).toString(), file.isNull() ? QStringLiteral("None") : file.toString());
+        crops.emplace_back(
+            q.value(0).toString(), file.isNull() ? QStringLiteral("None") : file.toString());
     }
     q.finish();
 
@@ -145,15 +152,17 @@ void CropCodesLookup()
         try {
             readCultivarFile(code, path);
         } catch (const RuntimeError&) {
-            msgBox(QStringLiteral("Error in file ") + path + QStringLiteral(" in CropCodesLookup/module."),
+            msgBox(QStringLiteral("Error in file ") + path
+                    + QStringLiteral(" in CropCodesLookup/module."),
                 MsgButtons::OK, MsgIcon::None, QStringLiteral("Error"));
         }
     }
 
     // Fallow has no cultivar file; it is always offered. A cultivar file
     // that lists it already has put it there.
-    const RuntimeError fallow = database::tryExec(
-        QStringLiteral("INSERT INTO CropCodesLookup (CODE, Description, CROP) VALUES ('FA', ' FALLOW', 'IB0001')"));
+    const RuntimeError fallow
+        = database::tryExec(QStringLiteral("INSERT INTO CropCodesLookup (CODE, Description, CROP) "
+                                           "VALUES ('FA', ' FALLOW', 'IB0001')"));
     if (fallow.number() != 0 && fallow.number() != err::DuplicateKey)
         reportError(fallow.text(), QStringLiteral(" in CropCodesLookup/module."));
     database::tryExec(QStringLiteral("DELETE FROM CropCodesLookup WHERE Crop IS NULL"));

@@ -22,7 +22,8 @@ namespace {
 std::optional<QString> profileLocation(const char* code)
 {
     QSqlQuery q = database::select(
-        QStringLiteral("SELECT Path FROM TERVAPRO WHERE CODE = ? ORDER BY rowid"), { QLatin1String(code) });
+        QStringLiteral("SELECT Path FROM TERVAPRO WHERE CODE = ? ORDER BY rowid"),
+        { QLatin1String(code) });
     if (!q.next())
         return std::nullopt;
     return locationText(q.value(0).toString());
@@ -51,7 +52,8 @@ void LocateAvailableData()
                 continue;
             database::insertRow(QStringLiteral("TERVAPRO"),
                 { { QStringLiteral("Code"), textOrNull(format::mid(line, 1, 3)) },
-                    { QStringLiteral("Path"), textOrNull(format::trimSpaces(format::mid(line, 4, 100))) } });
+                    { QStringLiteral("Path"),
+                        textOrNull(format::trimSpaces(format::mid(line, 4, 100))) } });
         }
 
         const std::optional<QString> weather = profileLocation("WED");

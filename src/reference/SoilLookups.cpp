@@ -64,7 +64,8 @@ void addProfiles(const QString& fileName, int number, const QStringList& lines)
                 { { QStringLiteral("Code"), textOrNull(code) },
                     { QStringLiteral("Depth"), textOrNull(trimSpaces(mid(header, 32, 5))) },
                     { QStringLiteral("Description"), textOrNull(description) },
-                    { QStringLiteral("SoilFileNumber"), number }, { QStringLiteral("SoilFile"), soilFile } });
+                    { QStringLiteral("SoilFileNumber"), number },
+                    { QStringLiteral("SoilFile"), soilFile } });
         } catch (const RuntimeError& e) {
             if (e.number() != err::DuplicateKey)
                 throw;
@@ -91,7 +92,8 @@ QStringList& SoilLines()
 
 void CreateSoilLookup()
 {
-    QSqlQuery q = database::select(QStringLiteral("SELECT Path FROM TERVAPRO WHERE CODE = 'SLD' ORDER BY rowid"));
+    QSqlQuery q = database::select(
+        QStringLiteral("SELECT Path FROM TERVAPRO WHERE CODE = 'SLD' ORDER BY rowid"));
     if (!q.next()) {
         msgBox(QStringLiteral("Cannot locate Soil files."));
         endProgram();
@@ -122,7 +124,8 @@ void CreateSoilLookup()
         try {
             addProfiles(name, number, lines);
         } catch (const RuntimeError& e) {
-            msgBox(QStringLiteral("Invalid information in file  ") + path + QStringLiteral(". ") + e.text());
+            msgBox(QStringLiteral("Invalid information in file  ") + path + QStringLiteral(". ")
+                + e.text());
             endProgram();
         }
     }
@@ -158,7 +161,8 @@ void FillSoilTable(const QString& code)
                     { QStringLiteral("SLLL"), format::leadingNumber(mid(line, 15, 5)) },
                     { QStringLiteral("SDUL"), format::leadingNumber(mid(line, 21, 5)) },
                     { QStringLiteral("SBDM"),
-                        trimSpaces(bulkDensity).isEmpty() ? -99.0 : format::leadingNumber(bulkDensity) } });
+                        trimSpaces(bulkDensity).isEmpty() ? -99.0
+                                                          : format::leadingNumber(bulkDensity) } });
             if (i + 1 < n && lines.at(i + 1).startsWith(QLatin1String("@  SLB")))
                 break;
         }
@@ -176,7 +180,8 @@ void CheckOn_ICSoil_Empty()
         database::exec(QStringLiteral("CREATE TABLE ICSoil (SLNO TEXT COLLATE NOCASE)"));
         if (database::rowCount(QStringLiteral("ICSoil")) == 0) {
             QVariantList soils;
-            QSqlQuery q = database::select(QStringLiteral("SELECT DISTINCT SLNO FROM Fields ORDER BY SLNO"));
+            QSqlQuery q = database::select(
+                QStringLiteral("SELECT DISTINCT SLNO FROM Fields ORDER BY SLNO"));
             while (q.next())
                 soils << q.value(0);
             q.finish();
@@ -195,7 +200,8 @@ void AdjustToAvailableSoils()
     try {
         database::Transaction transaction;
         std::vector<std::pair<qlonglong, QString>> rows;
-        QSqlQuery q = database::select(QStringLiteral("SELECT rowid, SLNO FROM ICSoil ORDER BY rowid"));
+        QSqlQuery q
+            = database::select(QStringLiteral("SELECT rowid, SLNO FROM ICSoil ORDER BY rowid"));
         while (q.next()) {
             const QString soil = q.value(1).toString();
             if (!soil.isEmpty() && !soil.contains(QLatin1Char('(')))
@@ -205,7 +211,8 @@ void AdjustToAvailableSoils()
 
         for (const auto& [rowid, soil] : rows) {
             QSqlQuery found = database::select(
-                QStringLiteral("SELECT Description, Code FROM SoilLookup WHERE CODE = ?"), { trimSpaces(soil) });
+                QStringLiteral("SELECT Description, Code FROM SoilLookup WHERE CODE = ?"),
+                { trimSpaces(soil) });
             QVariant shown;
             if (found.next()) {
                 shown = found.value(0).toString() + QStringLiteral(" ") + QStringLiteral("(")
@@ -227,17 +234,25 @@ void CheckIC_WaterNitrogen()
     try {
         database::Transaction transaction;
         QStringList soils;
-        QSqlQuery q = database::select(QStringLiteral("SELECT SLNO FROM IC_Water_Nitrogen ORDER BY rowid"));
+        QSqlQuery q
+            = database::select(QStringLiteral("SELECT SLNO FROM IC_Water_Nitrogen ORDER BY rowid"));
         while (q.next())
             soils << (q.value(0).isNull() ? QStringLiteral("") : q.value(0).toString());
         q.finish();
 
         for (const QString& soil : soils) {
-            if (database::scalar(QStringLiteral("SELECT COUNT(*) FROM ICSoil WHERE SLNO = ?"), { soil }).toInt() > 0)
+            if (database::scalar(
+                    QStringLiteral("SELECT COUNT(*) FROM ICSoil WHERE SLNO = ?"), { soil })
+                    .toInt()
+                > 0)
                 continue;
-            database::exec(QStringLiteral("UPDATE [IC_Water_Nitrogen] SET SLNO = NULL WHERE SLNO = ?"), { soil });
-            database::exec(QStringLiteral("UPDATE [IC_Water_Nitrogen] SET Water = NULL WHERE SLNO IS NULL"));
-            database::exec(QStringLiteral("UPDATE [IC_Water_Nitrogen] SET Nitrogen = NULL WHERE SLNO IS NULL"));
+            database::exec(
+                QStringLiteral("UPDATE [IC_Water_Nitrogen] SET SLNO = NULL WHERE SLNO = ?"),
+                { soil });
+            database::exec(
+                QStringLiteral("UPDATE [IC_Water_Nitrogen] SET Water = NULL WHERE SLNO IS NULL"));
+            database::exec(QStringLiteral(
+                "UPDATE [IC_Water_Nitrogen] SET Nitrogen = NULL WHERE SLNO IS NULL"));
         }
         transaction.commit();
     } catch (const RuntimeError& e) {

@@ -45,7 +45,9 @@ Listing readListing(const QString& folder)
     for (; !error && it != std::filesystem::directory_iterator(); it.increment(error)) {
         std::error_code typeError;
         const bool isDir = it->is_directory(typeError);
-        listing.entries.push_back({ QFile::decodeName(QByteArray::fromStdString(it->path().filename().string())), isDir });
+        listing.entries.push_back(
+            { QFile::decodeName(QByteArray::fromStdString(it->path().filename().string())),
+                isDir });
     }
     // Several names may differ only in case on a case-aware disk; the
     // first in name order wins, so that the choice doesn't depend on the
@@ -136,7 +138,10 @@ QString driveRoot()
 
 } // namespace
 
-ListingCache::ListingCache() { ++g_cacheDepth; }
+ListingCache::ListingCache()
+{
+    ++g_cacheDepth;
+}
 
 ListingCache::~ListingCache()
 {

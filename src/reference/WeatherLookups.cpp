@@ -68,7 +68,8 @@ QString yearOfWeatherCode(const QString& code)
     const QString digits = code.mid(4, 2);
     if (digits == QLatin1String("00"))
         return QStringLiteral("2000");
-    return (format::leadingNumber(digits) > 25 ? QStringLiteral("19") : QStringLiteral("20")) + digits;
+    return (format::leadingNumber(digits) > 25 ? QStringLiteral("19") : QStringLiteral("20"))
+        + digits;
 }
 
 void fillWeatherLookup()
@@ -102,8 +103,8 @@ void fillWeatherLookup()
 
 void fillTotalWeatherLookup()
 {
-    database::exec(QStringLiteral(
-        "INSERT INTO TotalWeatherLookup (Code, Description) SELECT Code, Description FROM WeatherLookup"));
+    database::exec(QStringLiteral("INSERT INTO TotalWeatherLookup (Code, Description) SELECT Code, "
+                                  "Description FROM WeatherLookup"));
     database::exec(QStringLiteral("UPDATE TotalWeatherLookup SET Observed = 'X'"));
 }
 
@@ -114,7 +115,8 @@ void FindFieldDate()
         const QString folder = locationFolder(state().WeatherFolder);
 
         QStringList stations;
-        QSqlQuery q = database::select(QStringLiteral("SELECT DISTINCT WSTA FROM Fields ORDER BY WSTA"));
+        QSqlQuery q
+            = database::select(QStringLiteral("SELECT DISTINCT WSTA FROM Fields ORDER BY WSTA"));
         while (q.next()) {
             if (!q.value(0).isNull())
                 stations << format::trimSpaces(q.value(0).toString());
@@ -125,12 +127,14 @@ void FindFieldDate()
         for (const QString& station : stations) {
             QSqlQuery rows;
             if (station.size() == 4) {
-                rows = database::select(QStringLiteral("SELECT Code FROM TotalWeatherLookup WHERE Code LIKE ? "
-                                                       "ESCAPE '\\' AND Observed = 'X' ORDER BY rowid"),
+                rows = database::select(
+                    QStringLiteral("SELECT Code FROM TotalWeatherLookup WHERE Code LIKE ? "
+                                   "ESCAPE '\\' AND Observed = 'X' ORDER BY rowid"),
                     { likeEscaped(station) + QLatin1Char('%') });
             } else if (station.size() == 8) {
-                rows = database::select(QStringLiteral("SELECT Code FROM TotalWeatherLookup WHERE Code = ? "
-                                                       "AND Observed = 'X' ORDER BY rowid"),
+                rows = database::select(
+                    QStringLiteral("SELECT Code FROM TotalWeatherLookup WHERE Code = ? "
+                                   "AND Observed = 'X' ORDER BY rowid"),
                     { station });
             } else {
                 continue;
@@ -143,7 +147,8 @@ void FindFieldDate()
                 }
                 // A station's own row: its file, if there is one, states the
                 // year it starts.
-                const QString path = findIn(folder, rows.value(0).toString() + QStringLiteral(".wth"));
+                const QString path
+                    = findIn(folder, rows.value(0).toString() + QStringLiteral(".wth"));
                 QString year;
                 if (!path.isEmpty() && startYearOfFile(path, year))
                     years << year;
@@ -153,7 +158,8 @@ void FindFieldDate()
         database::Transaction transaction;
         database::exec(QStringLiteral("DELETE FROM FieldYears"));
         for (const QString& year : years)
-            database::insertRow(QStringLiteral("FieldYears"), { { QStringLiteral("Year"), year.isNull() ? QStringLiteral("") : year } });
+            database::insertRow(QStringLiteral("FieldYears"),
+                { { QStringLiteral("Year"), year.isNull() ? QStringLiteral("") : year } });
         transaction.commit();
     } catch (const RuntimeError& e) {
         reportError(e.text(), QStringLiteral(" in FindFieldDate/Module."));

@@ -27,8 +27,8 @@ TEST_F(FillAllLookupsTest, LoadsEveryTableInOrderWithProgress)
 
     EXPECT_TRUE(m_ui.messages.empty()) << m_ui.texts().join(QLatin1Char('\n')).toStdString();
     EXPECT_EQ(m_ui.progressSteps, (std::vector<int> { 10, 15, 20, 25, 30 }));
-    for (const char* table : { "TERVAPRO", "WeatherLookup", "TotalWeatherLookup", "SoilLookup", "CodeLookup",
-             "CodeStageLookup", "CropLookup", "CropCodesLookup", "SimLookUp" })
+    for (const char* table : { "TERVAPRO", "WeatherLookup", "TotalWeatherLookup", "SoilLookup",
+             "CodeLookup", "CodeStageLookup", "CropLookup", "CropCodesLookup", "SimLookUp" })
         EXPECT_GT(database::rowCount(QLatin1String(table)), 0) << table;
     EXPECT_EQ(rowsOf(QStringLiteral("SELECT CODE, CROP FROM CropCodesLookup ORDER BY rowid")),
         (QStringList { QStringLiteral("AB|IB0001"), QStringLiteral("FA|IB0001") }));
@@ -46,8 +46,8 @@ TEST_F(FillAllLookupsTest, SampleSuiteLoadsQuietly)
     CreateSIMLookUp();
 
     EXPECT_TRUE(m_ui.messages.empty()) << m_ui.texts().join(QLatin1Char('\n')).toStdString();
-    for (const char* table : { "TERVAPRO", "WeatherLookup", "SoilLookup", "CodeLookup", "CodeStageLookup",
-             "CropLookup", "SimLookUp" })
+    for (const char* table : { "TERVAPRO", "WeatherLookup", "SoilLookup", "CodeLookup",
+             "CodeStageLookup", "CropLookup", "SimLookUp" })
         EXPECT_GT(database::rowCount(QLatin1String(table)), 0) << table;
     EXPECT_GT(database::rowCount(QStringLiteral("CropCodesLookup")), 1);
 }

@@ -24,13 +24,15 @@ protected:
 
     QString layer(const char* base, const char* lower, const char* upper, const char* density)
     {
-        return soilLayer(QLatin1String(base), QLatin1String(lower), QLatin1String(upper), QLatin1String(density));
+        return soilLayer(QLatin1String(base), QLatin1String(lower), QLatin1String(upper),
+            QLatin1String(density));
     }
 
     void addField(int level, const QVariant& soil)
     {
         database::insertRow(QStringLiteral("Fields"),
-            { { QStringLiteral("LNFLD"), level }, { QStringLiteral("FLDNAM"), QStringLiteral("FLD0000") + QString::number(level) },
+            { { QStringLiteral("LNFLD"), level },
+                { QStringLiteral("FLDNAM"), QStringLiteral("FLD0000") + QString::number(level) },
                 { QStringLiteral("SLNO"), soil } });
     }
 };
@@ -39,24 +41,31 @@ TEST_F(SoilLookupsTest, SoilFilesSelectedAndNumbered)
 {
     write(QStringLiteral("SOIL/AB.SOL"),
         QStringList { QStringLiteral("*SOILS: AB file") }
-            + soilProfile(QStringLiteral("IBAB000001"), QStringLiteral("Alpha's soil"), { layer("10", ".1", ".2", "1.3") }));
-    write(QStringLiteral("SOIL/ABCD.SOL"), soilProfile(QStringLiteral("IBCD000001"), QStringLiteral("never read"), {}));
+            + soilProfile(QStringLiteral("IBAB000001"), QStringLiteral("Alpha's soil"),
+                { layer("10", ".1", ".2", "1.3") }));
+    write(QStringLiteral("SOIL/ABCD.SOL"),
+        soilProfile(QStringLiteral("IBCD000001"), QStringLiteral("never read"), {}));
     write(QStringLiteral("SOIL/soil.sol"),
         QStringList { QStringLiteral("!comment"), QStringLiteral("*SOILS: General") }
             + soilProfile(QStringLiteral("IBGN000001"), QString(), {})
             + soilProfile(QStringLiteral("IBAB000001"), QStringLiteral("Alpha again"), {}));
-    write(QStringLiteral("SOIL/zz.sol"), soilProfile(QStringLiteral("IBZZ000001"), QStringLiteral("Zed"), {}));
+    write(QStringLiteral("SOIL/zz.sol"),
+        soilProfile(QStringLiteral("IBZZ000001"), QStringLiteral("Zed"), {}));
 
     CreateSoilLookup();
 
     ASSERT_EQ(m_ui.messages.size(), 1u);
-    EXPECT_EQ(m_ui.messages[0].text, QStringLiteral("Soil ID is not unique. Soil 'IBAB000001' is read once."));
+    EXPECT_EQ(m_ui.messages[0].text,
+        QStringLiteral("Soil ID is not unique. Soil 'IBAB000001' is read once."));
     EXPECT_EQ(m_ui.messages[0].title, QStringLiteral("Error"));
     // SOIL.SOL is always 1, and the file after it counts on from 1.
-    EXPECT_EQ(rowsOf(QStringLiteral("SELECT Code, Depth, Description, SoilFileNumber, SoilFile FROM SoilLookup ORDER BY rowid")),
+    EXPECT_EQ(rowsOf(QStringLiteral("SELECT Code, Depth, Description, SoilFileNumber, SoilFile "
+                                    "FROM SoilLookup ORDER BY rowid")),
         (QStringList { QStringLiteral("SOILS: AB|NULL|SOILS: AB|2|AB.SOL"),
-            QStringLiteral("IBAB000001|150|Alphas soil|2|AB.SOL"), QStringLiteral("SOILS: Gen|NULL|SOILS: Gen|1|SOIL.SOL"),
-            QStringLiteral("IBGN000001|150|IBGN000001|1|SOIL.SOL"), QStringLiteral("IBZZ000001|150|Zed|2|ZZ.SOL") }));
+            QStringLiteral("IBAB000001|150|Alphas soil|2|AB.SOL"),
+            QStringLiteral("SOILS: Gen|NULL|SOILS: Gen|1|SOIL.SOL"),
+            QStringLiteral("IBGN000001|150|IBGN000001|1|SOIL.SOL"),
+            QStringLiteral("IBZZ000001|150|Zed|2|ZZ.SOL") }));
     EXPECT_EQ(SoilFolder(), QStringLiteral("C:\\TERVA48\\Soil"));
     // Comment lines are not kept; the profile lines of the skipped file neither.
     EXPECT_EQ(SoilLines().size(), 8 + 13 + 6);
@@ -71,7 +80,8 @@ TEST_F(SoilLookupsTest, NoSoilLocationEndsTheProgram)
 
 TEST_F(SoilLookupsTest, SoilFileThatCantBeOpenedEndsTheProgram)
 {
-    write(QStringLiteral("Soil/SOIL.SOL"), soilProfile(QStringLiteral("IBGN000001"), QStringLiteral("First"), {}));
+    write(QStringLiteral("Soil/SOIL.SOL"),
+        soilProfile(QStringLiteral("IBGN000001"), QStringLiteral("First"), {}));
     ASSERT_TRUE(QFile::link(path(QStringLiteral("gone.txt")), path(QStringLiteral("Soil/AB.SOL"))));
 
     EXPECT_THROW(CreateSoilLookup(), ProgramEnded);
@@ -85,20 +95,24 @@ TEST_F(SoilLookupsTest, LayersOfTheFirstBlockOfTheChosenSoil)
     write(QStringLiteral("Soil/SOIL.SOL"),
         QStringList { QStringLiteral("*SOILS: General") }
             + soilProfile(QStringLiteral("IBGN000001"), QStringLiteral("First"),
-                { layer("15", ".125", ".250", "1.30"), layer("30", ".130", ".260", ""), layer("60", ".140", ".270", "1.45"),
-                    QStringLiteral("@  SLB  SLPX  SLPT"), QStringLiteral("    15   -99   -99") })
-            + soilProfile(QStringLiteral("IBGN000002"), QStringLiteral("Last"), { layer("20", ".2", ".3", "1.1") }));
+                { layer("15", ".125", ".250", "1.30"), layer("30", ".130", ".260", ""),
+                    layer("60", ".140", ".270", "1.45"), QStringLiteral("@  SLB  SLPX  SLPT"),
+                    QStringLiteral("    15   -99   -99") })
+            + soilProfile(QStringLiteral("IBGN000002"), QStringLiteral("Last"),
+                { layer("20", ".2", ".3", "1.1") }));
     CreateSoilLookup();
     ASSERT_TRUE(m_ui.messages.empty()) << m_ui.texts().join(QLatin1Char('\n')).toStdString();
 
     FillSoilTable(QStringLiteral("IBGN000001"));
-    EXPECT_EQ(rowsOf(QStringLiteral("SELECT round(SLB, 3), round(SLLL, 3), round(SDUL, 3), round(SBDM, 3) FROM SoilData ORDER BY rowid")),
+    EXPECT_EQ(rowsOf(QStringLiteral("SELECT round(SLB, 3), round(SLLL, 3), round(SDUL, 3), "
+                                    "round(SBDM, 3) FROM SoilData ORDER BY rowid")),
         (QStringList { QStringLiteral("15|0.125|0.25|1.3"), QStringLiteral("30|0.13|0.26|-99"),
             QStringLiteral("60|0.14|0.27|1.45") }));
 
     // The last profile reads up to the end of the lines.
     FillSoilTable(QStringLiteral("IBGN000002"));
-    EXPECT_EQ(rowsOf(QStringLiteral("SELECT round(SLB, 3), round(SBDM, 3) FROM SoilData")), QStringList { QStringLiteral("20|1.1") });
+    EXPECT_EQ(rowsOf(QStringLiteral("SELECT round(SLB, 3), round(SBDM, 3) FROM SoilData")),
+        QStringList { QStringLiteral("20|1.1") });
 
     FillSoilTable(QStringLiteral("NOSUCHSOIL"));
     EXPECT_EQ(database::rowCount(QStringLiteral("SoilData")), 0);
@@ -107,7 +121,8 @@ TEST_F(SoilLookupsTest, LayersOfTheFirstBlockOfTheChosenSoil)
 
 TEST_F(SoilLookupsTest, InitialConditionSoilsFollowTheFieldsAndTheSoilFiles)
 {
-    write(QStringLiteral("Soil/SOIL.SOL"), soilProfile(QStringLiteral("IBAB0001"), QStringLiteral("Alpha soil"), {}));
+    write(QStringLiteral("Soil/SOIL.SOL"),
+        soilProfile(QStringLiteral("IBAB0001"), QStringLiteral("Alpha soil"), {}));
     CreateSoilLookup();
     addField(1, QStringLiteral(" ibab0001"));
     addField(2, QStringLiteral("MISSING001"));
@@ -122,12 +137,14 @@ TEST_F(SoilLookupsTest, InitialConditionSoilsFollowTheFieldsAndTheSoilFiles)
     EXPECT_EQ(rowsOf(QStringLiteral("SELECT SLNO FROM ICSoil ORDER BY SLNO")),
         (QStringList { QStringLiteral("Alpha soil (IBAB0001)"), QStringLiteral("Soil (X1)") }));
 
-    database::exec(QStringLiteral("INSERT INTO IC_Water_Nitrogen (LNIC, SLNO, Water, Nitrogen) VALUES "
-                                  "(1, 'Alpha soil (IBAB0001)', 50, 20), (2, 'Gone (X9)', 10, 5), (3, NULL, 7, 3)"));
+    database::exec(QStringLiteral(
+        "INSERT INTO IC_Water_Nitrogen (LNIC, SLNO, Water, Nitrogen) VALUES "
+        "(1, 'Alpha soil (IBAB0001)', 50, 20), (2, 'Gone (X9)', 10, 5), (3, NULL, 7, 3)"));
     CheckIC_WaterNitrogen();
-    EXPECT_EQ(rowsOf(QStringLiteral("SELECT LNIC, SLNO, Water, Nitrogen FROM IC_Water_Nitrogen ORDER BY LNIC")),
-        (QStringList { QStringLiteral("1|Alpha soil (IBAB0001)|50|20"), QStringLiteral("2|NULL|NULL|NULL"),
-            QStringLiteral("3|NULL|NULL|NULL") }));
+    EXPECT_EQ(rowsOf(QStringLiteral(
+                  "SELECT LNIC, SLNO, Water, Nitrogen FROM IC_Water_Nitrogen ORDER BY LNIC")),
+        (QStringList { QStringLiteral("1|Alpha soil (IBAB0001)|50|20"),
+            QStringLiteral("2|NULL|NULL|NULL"), QStringLiteral("3|NULL|NULL|NULL") }));
 }
 
 } // namespace

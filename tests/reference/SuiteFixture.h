@@ -30,7 +30,8 @@ protected:
 QString soilHeader(const QString& code, const QString& depth, const QString& description);
 // A layer line with its numbers in their columns; an empty bulk density is
 // left blank.
-QString soilLayer(const QString& base, const QString& lower, const QString& upper, const QString& density);
+QString soilLayer(
+    const QString& base, const QString& lower, const QString& upper, const QString& density);
 // A whole profile: header, the five site and heading lines, the layers.
 QStringList soilProfile(const QString& code, const QString& description, const QStringList& layers);
 
