@@ -240,20 +240,23 @@ TEST_F(ExperimentDebugger, ApplicationDatesMustFitTheirManagement)
     insertRow("IrrigApplications", { { "LNIR", 1 }, { "IDLAPL", "82100" } });
     insertRow("IrrigApplications", { { "LNIR", 1 }, { "IDLAPL", "  10 " } });
     insertRow("Residue", { { "LNRES", 1 }, { "RESDAY", "0" } });
-    // Harvest at maturity takes anything; not-irrigated takes anything.
-    insertRow("Harvest", { { "LNHAR", 1 }, { "HDATE", "82200" } });
+    // Harvest at maturity and no irrigation take day counts too; the year
+    // check still reads them as dates of 2010 and 2012.
+    insertRow("Harvest", { { "LNHAR", 1 }, { "HDATE", "100" } });
     insertRow("Harvest", { { "LNHAR", 2 }, { "HDATE", "82200" } });
     treatment(2,
         { { "LNFLD", 1 }, { "LNSIM", 2 }, { "LNPLT", 1 }, { "LNIR", 1 }, { "LNRES", 1 },
             { "LNHAR", 1 } });
     simulation(3, "M", "82001", { "N", "R", "R", "R" });
-    insertRow("IrrigApplications", { { "LNIR", 2 }, { "IDLAPL", "82100" } });
+    insertRow("IrrigApplications", { { "LNIR", 2 }, { "IDLAPL", "120" } });
     treatment(3, { { "LNFLD", 1 }, { "LNSIM", 3 }, { "LNPLT", 1 }, { "LNIR", 2 }, { "LNHAR", 2 } });
 
     DebugResult result = DebugFile();
     EXPECT_EQ(result.findings,
-        QStringList { "(1)  Treatment #2/Irrigation: Date Inconsistancy with Simulation Control "
-                      "Management." });
+        (QStringList {
+            "(1)  Treatment #2/Irrigation: Date Inconsistancy with Simulation Control Management.",
+            "(2)  Treatment #2/Harvest " + noWeatherYear + "1",
+            "(3)  Treatment #3/Irrigation " + noWeatherYear + "1" }));
 
     // A day count under dated fertilizer: the management check finds it,
     // and the year check, which can't make a date of it, reports and stops.
