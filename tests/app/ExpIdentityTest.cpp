@@ -189,22 +189,6 @@ TEST(ExpIdentity, FileNameFollowsTypeCropAndReadFolder)
         QStringLiteral("Experiment Details - ABCD0101.MZX"));
 }
 
-TEST(ExpIdentity, TypeFlagsAndLabel)
-{
-    AppState s;
-    setFileType(s, FileType::Forecast);
-    EXPECT_TRUE(s.IsForecast);
-    EXPECT_FALSE(s.IsExperimental || s.IsSequence || s.IsSeasonal || s.IsSpatial);
-    EXPECT_EQ(s.FileTypeLabel, QStringLiteral("(forecast)"));
-    EXPECT_EQ(fileTypeOf(s), FileType::Forecast);
-    setFileType(s, FileType::Seasonal);
-    EXPECT_EQ(s.FileTypeLabel, QStringLiteral("(seasonal)"));
-    EXPECT_FALSE(s.IsForecast);
-    setFileType(s, FileType::Experimental);
-    EXPECT_TRUE(s.IsExperimental);
-    EXPECT_EQ(fileTypeOf(s), FileType::Experimental);
-}
-
 TEST_F(ExpIdentityTest, CropListJoinsTheSpeciesCodesAndFindsByNameOrCode)
 {
     addCrop(QStringLiteral("WH"), QStringLiteral("Wheat"), QStringLiteral("WHEAT"));

@@ -112,6 +112,7 @@ frmExpidentify::frmExpidentify(QWidget* parent)
     m_validation->watch(m_txtNumber, [this] { return txtNumber_Validate(); });
 
     refreshCaption();
+    showFileName();
 }
 
 void frmExpidentify::buildLayout()
@@ -228,7 +229,7 @@ void frmExpidentify::Form_Load()
     m_txtNumber->setText(parts.number);
     m_TxtENAME->setText(details.ENAME);
     m_quiet = false;
-    m_lblFileName->setText(QDir::toNativeSeparators(s.ExpFilePath));
+    showFileName();
     refreshCaption();
 }
 
@@ -352,9 +353,22 @@ void frmExpidentify::setFileName()
     // spelling of the file on disk.
     if (path.compare(s.ExpFilePath, Qt::CaseInsensitive) != 0)
         s.ExpFilePath = path;
-    m_lblFileName->setText(QDir::toNativeSeparators(s.ExpFilePath));
+    showFileName();
     refreshCaption();
     emit fileNameChanged(s.ExpFilePath);
+}
+
+void frmExpidentify::showFileName()
+{
+    const QString path = state().ExpFilePath;
+    if (path.isEmpty()) {
+        m_lblFileName->setForegroundRole(QPalette::PlaceholderText);
+        m_lblFileName->setText(
+            tr("(made once institute, site and experiment number are complete)"));
+    } else {
+        m_lblFileName->setForegroundRole(QPalette::WindowText);
+        m_lblFileName->setText(QDir::toNativeSeparators(path));
+    }
 }
 
 void frmExpidentify::refreshCaption()

@@ -74,6 +74,7 @@ private:
     void setFileName();
     void composeExperimentNumber();
     void refreshCaption();
+    void showFileName();
     void showCropState();
     bool refuse(
         QLineEdit* box, const QString& message, MsgIcon icon, const QString& title = QString());
