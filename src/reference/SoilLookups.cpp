@@ -9,8 +9,7 @@
 #include "reference/LookupText.h"
 #include "reference/SuiteFiles.h"
 
-#include <QStringView>
-
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -21,23 +20,26 @@ namespace {
 using format::mid;
 using format::trimSpaces;
 
-QStringView trimmedView(QStringView text)
-{
-    while (!text.isEmpty() && text.front() == QLatin1Char(' '))
-        text = text.mid(1);
-    while (!text.isEmpty() && text.back() == QLatin1Char(' '))
-        text.chop(1);
-    return text;
-}
-
-// Whether a line names the soil `code` in its columns 2-11. Works on views:
-// the search runs over every line of every soil file.
+// Whether a line names the soil `code` in its columns 2-11, trimmed. The
+// search runs over every line of every soil file, so it compares in place.
 bool namesSoil(const QString& line, const QString& code)
 {
-    if (line.size() < 2)
-        return code.isEmpty();
-    const QStringView column = trimmedView(QStringView(line).mid(1, 10));
-    return column.compare(code, Qt::CaseInsensitive) == 0;
+    const QChar* text = line.constData();
+    int begin = 1;
+    int end = std::min(int(line.size()), 11);
+    while (begin < end && text[begin] == QLatin1Char(' '))
+        ++begin;
+    while (end > begin && text[end - 1] == QLatin1Char(' '))
+        --end;
+    if (end - begin != code.size())
+        return false;
+    for (int k = 0; k < code.size(); ++k) {
+        const QChar a = text[begin + k];
+        const QChar b = code.at(k);
+        if (a != b && a.toCaseFolded() != b.toCaseFolded())
+            return false;
+    }
+    return true;
 }
 
 void addProfiles(const QString& fileName, int number, const QStringList& lines)

@@ -11,6 +11,11 @@
 
 #include <algorithm>
 #include <filesystem>
+
+#ifdef Q_OS_UNIX
+#include <dirent.h>
+#include <sys/stat.h>
+#endif
 #include <vector>
 
 namespace quillon::reference {
@@ -24,7 +29,29 @@ struct Entry {
 
 struct Listing {
     std::vector<Entry> entries;
-    QHash<QString, int> byFoldedName; // case-folded name -> first entry with it
+    // Case-folded name -> entry, made on the first look-up: listing by
+    // pattern doesn't need it.
+    QHash<QString, int> byFoldedName;
+    bool indexed = false;
+
+    const Entry* find(const QString& name)
+    {
+        if (!indexed) {
+            byFoldedName.reserve(int(entries.size()));
+            for (int i = 0; i < int(entries.size()); ++i) {
+                // Names that differ only in case on a case-aware disk: the
+                // first in name order wins, whatever order the disk lists.
+                auto it = byFoldedName.find(entries[i].name.toCaseFolded());
+                if (it == byFoldedName.end())
+                    byFoldedName.insert(entries[i].name.toCaseFolded(), i);
+                else if (entries[i].name < entries[*it].name)
+                    *it = i;
+            }
+            indexed = true;
+        }
+        const auto hit = byFoldedName.constFind(name.toCaseFolded());
+        return hit == byFoldedName.constEnd() ? nullptr : &entries[*hit];
+    }
 };
 
 int g_cacheDepth = 0;
@@ -40,6 +67,24 @@ Listing readListing(const QString& folder)
     // Read the folder directly: the entry types come with the names, so a
     // folder of thousands of weather files costs no stat per file.
     Listing listing;
+#ifdef Q_OS_UNIX
+    DIR* dir = opendir(QFile::encodeName(folder).constData());
+    if (!dir)
+        return listing;
+    while (const dirent* entry = readdir(dir)) {
+        const char* name = entry->d_name;
+        if (name[0] == '.' && (name[1] == 0 || (name[1] == '.' && name[2] == 0)))
+            continue;
+        bool isDir = entry->d_type == DT_DIR;
+        if (entry->d_type == DT_UNKNOWN || entry->d_type == DT_LNK) {
+            struct stat info;
+            const QByteArray full = QFile::encodeName(folder) + '/' + name;
+            isDir = ::stat(full.constData(), &info) == 0 && S_ISDIR(info.st_mode);
+        }
+        listing.entries.push_back({ QFile::decodeName(name), isDir });
+    }
+    closedir(dir);
+#else
     std::error_code error;
     std::filesystem::directory_iterator it(QFile::encodeName(folder).toStdString(), error);
     for (; !error && it != std::filesystem::directory_iterator(); it.increment(error)) {
@@ -49,21 +94,12 @@ Listing readListing(const QString& folder)
             { QFile::decodeName(QByteArray::fromStdString(it->path().filename().string())),
                 isDir });
     }
-    // Several names may differ only in case on a case-aware disk; the
-    // first in name order wins, so that the choice doesn't depend on the
-    // order in which the disk lists them.
-    std::sort(listing.entries.begin(), listing.entries.end(),
-        [](const Entry& a, const Entry& b) { return a.name < b.name; });
-    for (int i = 0; i < int(listing.entries.size()); ++i) {
-        const QString folded = listing.entries[i].name.toCaseFolded();
-        if (!listing.byFoldedName.contains(folded))
-            listing.byFoldedName.insert(folded, i);
-    }
+#endif
     return listing;
 }
 
 // The listing of a folder: remembered while a ListingCache lives.
-const Listing& listingOf(const QString& folder)
+Listing& listingOf(const QString& folder)
 {
     static Listing scratch;
     if (g_cacheDepth == 0) {
@@ -180,11 +216,10 @@ QString findPath(const QString& path)
             current = exact + QLatin1Char('/');
             continue;
         }
-        const Listing& listing = listingOf(current);
-        const auto hit = listing.byFoldedName.constFind(part.toCaseFolded());
-        if (hit == listing.byFoldedName.constEnd())
+        const Entry* hit = listingOf(current).find(part);
+        if (!hit)
             return {};
-        current += listing.entries[*hit].name + QLatin1Char('/');
+        current += hit->name + QLatin1Char('/');
     }
     current.chop(1);
     return current.isEmpty() ? QStringLiteral("/") : current;
