@@ -1,0 +1,97 @@
+#include "app/OpenExperiment.h"
+
+#include "app/AppState.h"
+#include "app/UserInterface.h"
+#include "database/Sql.h"
+#include "database/WorkDatabase.h"
+#include "format/ReadFile.h"
+#include "reference/CodeTables.h"
+#include "reference/FillAllLookups.h"
+#include "reference/SoilLookups.h"
+#include "validation/LevelIntegrity.h"
+#include "validation/ManagementRepairs.h"
+#include "validation/ManagementTables.h"
+#include "validation/TableRelations.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace quillon {
+
+namespace {
+
+// A working database whose profile table is empty was left half-built: it
+// is deleted so that it is built anew. One that can't even be read is
+// beyond that: the user is told to delete it, and the program ends.
+void dropDamagedWorkDatabase()
+{
+    const QString path = state().WorkDBPath;
+    if (!QFile::exists(path))
+        return;
+    const bool opened = database::openWorkDB(path);
+    const RuntimeError e = opened ? database::tryExec(QStringLiteral("SELECT COUNT(*) FROM TERVAPRO"))
+                                  : RuntimeError(err::Other, QString());
+    if (e.number() != 0) {
+        msgBox(QStringLiteral("There is a problem with internal database. Please delete file "
+                              "TERVA48/TOOLS/Quillon/QUILLONTEMP2.mdb and start the program again."));
+        endProgram();
+    }
+    if (database::rowCount(QStringLiteral("TERVAPRO")) == 0) {
+        database::closeWorkDB();
+        QFile::remove(path);
+    }
+}
+
+} // namespace
+
+void prepareWorkDatabase()
+{
+    dropDamagedWorkDatabase();
+    if (QFile::exists(state().WorkDBPath)) {
+        database::CreateDataBaseX();
+        ui().progress(15);
+        validation::DeleteRelations();
+        database::CleanDataBase_Partially();
+        reference::CreateSIMLookUp();
+        reference::CreateSoilLookup();
+    } else {
+        database::CreateDataBaseX();
+        ui().progress(15);
+        reference::Fill_All_Lookups();
+        reference::CreateSIMLookUp();
+    }
+}
+
+void openExperiment(const QString& path)
+{
+    AppState& s = state();
+    // One transaction for the whole open: the file's rows, the repairs and
+    // the relations reach the disk together.
+    database::Transaction transaction;
+    ui().progress(0);
+    s.setTypeFromExtension(QFileInfo(path).fileName());
+    ui().progress(5);
+    prepareWorkDatabase();
+    ui().progress(30);
+    s.CommandArgs = QStringList(8, QString());
+    s.comments.clear();
+    s.NegativeEnvValue = false;
+    format::ReadFile(path);
+    ui().progress(60);
+    validation::ChangePlantingMethod();
+    ui().progress(95);
+    s.comments.stripLeadingLineBreaks();
+    validation::CheckLevels();
+    validation::SetRelations();
+    ui().progress(99);
+    validation::FillIrrManagement();
+    validation::FillFerManagement();
+    validation::FillResManagement();
+    validation::FillHarManagement();
+    reference::CheckOn_ICSoil_Empty();
+    database::exec(QStringLiteral("INSERT INTO IC_Water_Nitrogen (LNIC) SELECT LNIC FROM InitialConditions"));
+    transaction.commit();
+    ui().progress(100);
+}
+
+} // namespace quillon

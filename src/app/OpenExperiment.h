@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+
+namespace quillon {
+
+// The middle of File Open, after the path is known and before the windows
+// are shown: prepares the working database (built and loaded with the
+// suite's lookups when it is missing, emptied of the last document
+// otherwise; a damaged one is deleted and rebuilt), reads the file, and
+// repairs and derives what the file lacks (planting method, levels,
+// relations, management tables, initial-condition soils). Moves the progress
+// bar as it goes. The type flags come from the file's extension.
+void openExperiment(const QString& path);
+
+// Prepares the working database for a document: opens it, or builds it and
+// loads every lookup from the suite when its file is missing or its profile
+// table is empty (a damaged database is deleted first).
+void prepareWorkDatabase();
+
+} // namespace quillon
