@@ -60,18 +60,6 @@ TEST_F(EnvironmentSection, ReadsPairsAndMarksNegativeValues)
     EXPECT_TRUE(m_ui.messages.empty());
 }
 
-TEST_F(EnvironmentSection, ALineWithTextInANumberColumnIsLost)
-{
-    test::readSection({ EnvHead, EnvHeader, QStringLiteral(" 1 01001 A 1.0 M   x") },
-        readEnvironmentSection);
-    test::readSection({ HarHead, HarHeader, QStringLiteral(" 1 01001 GS000     C     A   all") }, readHarvestSection);
-    EXPECT_EQ(database::rowCount(QStringLiteral("EnvironMod")), 0);
-    EXPECT_EQ(database::rowCount(QStringLiteral("Harvest")), 0);
-    EXPECT_EQ(m_ui.texts(),
-        QStringList({ QStringLiteral("Data type conversion error. in EvironModRead/frmMain."),
-            QStringLiteral("Data type conversion error. in HarvestRead/frmMain.") }));
-}
-
 TEST_F(EnvironmentSection, CommentsHandedToTheReadersCutTheirBuffer)
 {
     EvironModRead(QStringLiteral("!first"));
@@ -174,12 +162,4 @@ TEST_F(EnvironmentSection, HarvestReadAndWritten)
     EXPECT_EQ(first, second);
     EXPECT_EQ(rowsOf(QStringLiteral("SELECT HSTG FROM Harvest")), QStringList { QStringLiteral("NULL") });
     EXPECT_EQ(first.last(), QStringLiteral("! a note"));
-}
-
-TEST_F(EnvironmentSection, EmptyTablesLeaveTheSectionsOut)
-{
-    state().comments.CommentsEnvironment = QStringLiteral("lost");
-    state().comments.CommentsHarvest = QStringLiteral("lost");
-    EXPECT_TRUE(test::written(writeEnvironmentSection).isEmpty());
-    EXPECT_TRUE(test::written(writeHarvestSection).isEmpty());
 }
