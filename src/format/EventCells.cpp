@@ -99,7 +99,7 @@ void storeNamedEvent(const QString& eventTable, const QString& section, const QS
     }
 }
 
-QString levelText(const QVariant& level)
+QString levelField(const QVariant& level)
 {
     const QString t = NumText(level);
     QString out;
