@@ -271,6 +271,4 @@ void writeSimulationSection(FileWriter& w)
     }
 }
 
-void writeAutomaticManagementSection(FileWriter&) { }
-
 } // namespace quillon::format

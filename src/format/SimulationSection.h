@@ -48,14 +48,8 @@ SimData printSimData();
 // Writes an empty line, "*SIMULATION CONTROLS" and every level: its five
 // control groups, an empty line, its automatic management block and another
 // empty line. Nothing at all when SimulationControl has no row. Database
-// errors are thrown to the caller.
+// errors are thrown to the caller. The automatic management blocks stand
+// inside each level, so they have no writer of their own.
 void writeSimulationSection(FileWriter& w);
-
-// The automatic management block of a level stands between that level's
-// control groups and its closing empty line, so writeSimulationSection()
-// writes it for every level; this entry point adds nothing of its own, and
-// the frame may call it after writeSimulationSection() in its order of
-// sections without doubling anything.
-void writeAutomaticManagementSection(FileWriter& w);
 
 } // namespace quillon::format

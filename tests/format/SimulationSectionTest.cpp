@@ -71,7 +71,6 @@ protected:
     {
         FileWriter w;
         writeSimulationSection(w);
-        writeAutomaticManagementSection(w);
         return QString::fromLatin1(w.bytes()).split(QStringLiteral("\r\n"));
     }
 };
