@@ -28,7 +28,8 @@ void dropDamagedWorkDatabase()
     const QString path = state().WorkDBPath;
     if (!QFile::exists(path))
         return;
-    const bool opened = database::openWorkDB(path);
+    const bool opened = (database::isWorkDBOpen() && database::WorkDB().databaseName() == path)
+        || database::openWorkDB(path);
     const RuntimeError e = opened ? database::tryExec(QStringLiteral("SELECT COUNT(*) FROM TERVAPRO"))
                                   : RuntimeError(err::Other, QString());
     if (e.number() != 0) {

@@ -2,10 +2,18 @@
 
 #include "database/Sql.h"
 
+#include <QHash>
+
 namespace quillon::database {
 
 namespace {
 
+// Each relation is a row of this table plus four triggers named after it.
+// The triggers act only while the row says the relation is in force, so that
+// deleting and re-creating relations (which every File Open does, 32 of
+// them) changes data instead of the schema: a schema change makes SQLite
+// parse the whole schema again before the next statement.
+const QString registry = QStringLiteral("RelationRegistry");
 const QString prefix = QStringLiteral("rel_");
 
 QString quotedText(QString text)
@@ -19,10 +27,88 @@ QString raise(int number, const QString& message)
     return QStringLiteral("RAISE(ABORT, %1)").arg(quotedText(QStringLiteral("#%1#%2").arg(number).arg(message)));
 }
 
+// Makes the registry once per opening of the database.
+void ensureRegistry()
+{
+    static int readyIn = -1;
+    if (readyIn == connectionGeneration())
+        return;
+    exec(QStringLiteral("CREATE TABLE IF NOT EXISTS [%1] (Name TEXT COLLATE NOCASE UNIQUE, Signature TEXT, Active INTEGER)")
+             .arg(registry));
+    readyIn = connectionGeneration();
+}
+
+QString signatureOf(const Relation& r)
+{
+    return QStringList { r.parentTable, r.parentField, r.childTable, r.childField }.join(QLatin1Char('|')).toLower();
+}
+
+// The schema version under which each relation's triggers were last seen in
+// place: they can only have gone with a change of the schema.
+QHash<QString, int>& verifiedAt()
+{
+    static QHash<QString, int> versions;
+    return versions;
+}
+
+int schemaVersion() { return scalar(QStringLiteral("PRAGMA schema_version")).toInt(); }
+
+bool triggersExist(const QString& name)
+{
+    const int version = schemaVersion();
+    const QString key = QString::number(connectionGeneration()) + QLatin1Char('|') + name.toLower();
+    if (verifiedAt().value(key, -1) == version)
+        return true;
+    const bool present = scalar(QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE type = 'trigger' AND name IN (?, ?, ?, ?)"),
+               { prefix + name + QStringLiteral("__ins"), prefix + name + QStringLiteral("__upd"),
+                   prefix + name + QStringLiteral("__del"), prefix + name + QStringLiteral("__cascade") })
+               .toInt()
+        == 4;
+    if (present)
+        verifiedAt().insert(key, version);
+    return present;
+}
+
+void dropTriggers(const QString& name)
+{
+    for (const char* suffix : { "__ins", "__upd", "__del", "__cascade" })
+        exec(QStringLiteral("DROP TRIGGER IF EXISTS [%1%2%3]").arg(prefix, name, QLatin1String(suffix)));
+}
+
+void createTriggers(const Relation& r)
+{
+    const QString base = prefix + r.name;
+    const QString active = QStringLiteral("EXISTS (SELECT 1 FROM [%1] WHERE Name = %2 AND Active = 1)")
+                               .arg(registry, quotedText(r.name));
+    const QString required = raise(err::RelatedRecordRequired,
+        QStringLiteral("You cannot add or change a record because a related record is required in table '%1'.")
+            .arg(r.parentTable));
+    const QString parentHas = QStringLiteral("EXISTS (SELECT 1 FROM [%1] WHERE [%2] = NEW.[%3])")
+                                  .arg(r.parentTable, r.parentField, r.childField);
+    exec(QStringLiteral("CREATE TRIGGER [%1__ins] BEFORE INSERT ON [%2] WHEN %6 AND NEW.[%3] IS NOT NULL "
+                        "AND NOT %4 BEGIN SELECT %5; END")
+             .arg(base, r.childTable, r.childField, parentHas, required, active));
+    exec(QStringLiteral("CREATE TRIGGER [%1__upd] BEFORE UPDATE OF [%3] ON [%2] WHEN %6 AND NEW.[%3] IS NOT NULL "
+                        "AND NOT %4 BEGIN SELECT %5; END")
+             .arg(base, r.childTable, r.childField, parentHas, required, active));
+    exec(QStringLiteral("CREATE TRIGGER [%1__del] BEFORE DELETE ON [%2] WHEN %7 AND EXISTS (SELECT 1 FROM [%3] "
+                        "WHERE [%4] = OLD.[%5]) BEGIN SELECT %6; END")
+             .arg(base, r.parentTable, r.childTable, r.childField, r.parentField,
+                 raise(err::RelatedRecordsExist,
+                     QStringLiteral("The record cannot be deleted or changed because table '%1' includes "
+                                    "related records.")
+                         .arg(r.childTable)),
+                 active));
+    exec(QStringLiteral("CREATE TRIGGER [%1__cascade] AFTER UPDATE OF [%3] ON [%2] WHEN %6 AND OLD.[%3] IS NOT NEW.[%3] "
+                        "BEGIN UPDATE [%4] SET [%5] = NEW.[%3] WHERE [%5] = OLD.[%3]; END")
+             .arg(base, r.parentTable, r.parentField, r.childTable, r.childField, active));
+}
+
 } // namespace
 
 void createRelation(const Relation& r)
 {
+    ensureRegistry();
     if (relationExists(r.name))
         throw RuntimeError(err::TableExists, QStringLiteral("Relationship '%1' already exists.").arg(r.name));
     // Like the data it is to guard, a relation can't be made over rows that
@@ -34,29 +120,20 @@ void createRelation(const Relation& r)
     if (orphans > 0)
         throw RuntimeError(err::RelatedRecordRequired,
             QStringLiteral("Data in the table '%1' violates referential integrity rules.").arg(r.childTable));
-    const QString base = prefix + r.name;
-    const QString required = raise(err::RelatedRecordRequired,
-        QStringLiteral("You cannot add or change a record because a related record is required in table '%1'.")
-            .arg(r.parentTable));
-    const QString parentHas = QStringLiteral("EXISTS (SELECT 1 FROM [%1] WHERE [%2] = NEW.[%3])")
-                                  .arg(r.parentTable, r.parentField, r.childField);
+
     Transaction transaction;
-    exec(QStringLiteral("CREATE TRIGGER [%1__ins] BEFORE INSERT ON [%2] WHEN NEW.[%3] IS NOT NULL AND NOT %4 "
-                        "BEGIN SELECT %5; END")
-             .arg(base, r.childTable, r.childField, parentHas, required));
-    exec(QStringLiteral("CREATE TRIGGER [%1__upd] BEFORE UPDATE OF [%3] ON [%2] WHEN NEW.[%3] IS NOT NULL "
-                        "AND NOT %4 BEGIN SELECT %5; END")
-             .arg(base, r.childTable, r.childField, parentHas, required));
-    exec(QStringLiteral("CREATE TRIGGER [%1__del] BEFORE DELETE ON [%2] WHEN EXISTS (SELECT 1 FROM [%3] "
-                        "WHERE [%4] = OLD.[%5]) BEGIN SELECT %6; END")
-             .arg(base, r.parentTable, r.childTable, r.childField, r.parentField,
-                 raise(err::RelatedRecordsExist,
-                     QStringLiteral("The record cannot be deleted or changed because table '%1' includes "
-                                    "related records.")
-                         .arg(r.childTable))));
-    exec(QStringLiteral("CREATE TRIGGER [%1__cascade] AFTER UPDATE OF [%3] ON [%2] WHEN OLD.[%3] IS NOT NEW.[%3] "
-                        "BEGIN UPDATE [%4] SET [%5] = NEW.[%3] WHERE [%5] = OLD.[%3]; END")
-             .arg(base, r.parentTable, r.parentField, r.childTable, r.childField));
+    const QString signature = signatureOf(r);
+    const QVariant known = scalar(QStringLiteral("SELECT Signature FROM [%1] WHERE Name = ?").arg(registry), { r.name });
+    // The triggers stay from an earlier use of the name unless the relation
+    // now links other columns, or a table they sat on was dropped since.
+    if (known.toString() != signature || !triggersExist(r.name)) {
+        dropTriggers(r.name);
+        createTriggers(r);
+        verifiedAt().insert(QString::number(connectionGeneration()) + QLatin1Char('|') + r.name.toLower(),
+            schemaVersion());
+    }
+    exec(QStringLiteral("INSERT OR REPLACE INTO [%1] (Name, Signature, Active) VALUES (?, ?, 1)").arg(registry),
+        { r.name, signature });
     transaction.commit();
 }
 
@@ -64,28 +141,24 @@ void deleteRelation(const QString& name)
 {
     if (!relationExists(name))
         throw RuntimeError(err::ItemNotFound, QStringLiteral("Item not found in this collection."));
-    Transaction transaction;
-    for (const char* suffix : { "__ins", "__upd", "__del", "__cascade" })
-        exec(QStringLiteral("DROP TRIGGER IF EXISTS [%1%2%3]").arg(prefix, name, QLatin1String(suffix)));
-    transaction.commit();
+    exec(QStringLiteral("UPDATE [%1] SET Active = 0 WHERE Name = ?").arg(registry), { name });
 }
 
 bool relationExists(const QString& name)
 {
-    return scalar(QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE type = 'trigger' AND name = ? COLLATE NOCASE"),
-               { prefix + name + QStringLiteral("__ins") })
+    ensureRegistry();
+    return scalar(QStringLiteral("SELECT COUNT(*) FROM [%1] WHERE Name = ? AND Active = 1").arg(registry), { name })
                .toInt()
         > 0;
 }
 
 QStringList relationNames()
 {
+    ensureRegistry();
     QStringList names;
-    QSqlQuery q = select(QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'trigger' AND name LIKE 'rel\\_%\\_\\_ins' ESCAPE '\\' ORDER BY name"));
-    while (q.next()) {
-        const QString trigger = q.value(0).toString();
-        names << trigger.mid(prefix.size(), trigger.size() - prefix.size() - 5);
-    }
+    QSqlQuery q = select(QStringLiteral("SELECT Name FROM [%1] WHERE Active = 1 ORDER BY Name").arg(registry));
+    while (q.next())
+        names << q.value(0).toString();
     return names;
 }
 

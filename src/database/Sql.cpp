@@ -1,6 +1,7 @@
 #include "database/Sql.h"
 
 #include <QHash>
+#include <QRegularExpression>
 #include <QSqlError>
 
 namespace quillon::database {
@@ -20,6 +21,10 @@ QHash<QString, QSqlQuery>& statementCache()
 QSqlQuery prepared(const QString& sql)
 {
     QHash<QString, QSqlQuery>& cache = statementCache();
+    // Statements built with values in their text would fill the cache
+    // without end; past a bound it starts afresh.
+    if (cache.size() > 2000)
+        cache.clear();
     auto it = cache.find(sql);
     if (it != cache.end() && it->driver() && WorkDB().isOpen())
         return *it;
@@ -42,7 +47,17 @@ QString connectionName() { return QStringLiteral("WorkDB"); }
 
 QSqlDatabase WorkDB() { return QSqlDatabase::database(connectionName(), false); }
 
-void clearStatementCache() { statementCache().clear(); }
+namespace {
+int g_generation = 0;
+}
+
+void clearStatementCache()
+{
+    statementCache().clear();
+    ++g_generation;
+}
+
+int connectionGeneration() { return g_generation; }
 
 RuntimeError classify(const QSqlError& error)
 {
@@ -77,18 +92,25 @@ void exec(const QString& sql, const QVariantList& params)
 
 RuntimeError tryExec(const QString& sql, const QVariantList& params)
 {
-    QSqlQuery query(WorkDB());
-    if (params.isEmpty()) {
+    // Changes of the schema run once and are not kept.
+    static const QRegularExpression ddl(QStringLiteral("^\\s*(CREATE|DROP|ALTER|PRAGMA|VACUUM)\\b"),
+        QRegularExpression::CaseInsensitiveOption);
+    if (params.isEmpty() && ddl.match(sql).hasMatch()) {
+        QSqlQuery query(WorkDB());
         if (!query.exec(sql))
             return classify(query.lastError());
         return RuntimeError(0, {});
     }
-    if (!query.prepare(sql))
-        return classify(query.lastError());
-    bindAll(query, params);
-    if (!query.exec())
-        return classify(query.lastError());
-    return RuntimeError(0, {});
+    try {
+        QSqlQuery query = prepared(sql);
+        bindAll(query, params);
+        const bool ok = query.exec();
+        const QSqlError error = query.lastError();
+        query.finish();
+        return ok ? RuntimeError(0, {}) : classify(error);
+    } catch (const RuntimeError& e) {
+        return e;
+    }
 }
 
 QSqlQuery select(const QString& sql, const QVariantList& params)
@@ -105,8 +127,17 @@ QSqlQuery select(const QString& sql, const QVariantList& params)
 
 QVariant scalar(const QString& sql, const QVariantList& params)
 {
-    QSqlQuery query = select(sql, params);
-    return query.next() ? query.value(0) : QVariant();
+    // The value is taken at once, so the statement can be a kept one.
+    QSqlQuery query = prepared(sql);
+    bindAll(query, params);
+    if (!query.exec()) {
+        const QSqlError error = query.lastError();
+        query.finish();
+        throw classify(error);
+    }
+    const QVariant value = query.next() ? query.value(0) : QVariant();
+    query.finish();
+    return value;
 }
 
 int rowCount(const QString& table)
@@ -142,6 +173,18 @@ bool tableExists(const QString& table)
                { table })
                .toInt()
         > 0;
+}
+
+void remakeTable(const QString& table, const QString& createStatement)
+{
+    const QVariant standing = scalar(
+        QStringLiteral("SELECT sql FROM sqlite_master WHERE type = 'table' AND name = ? COLLATE NOCASE"), { table });
+    if (standing.toString() == createStatement) {
+        exec(QStringLiteral("DELETE FROM [%1]").arg(table));
+        return;
+    }
+    tryExec(QStringLiteral("DROP TABLE [%1]").arg(table));
+    exec(createStatement);
 }
 
 Transaction::Transaction()

@@ -17,6 +17,9 @@ QSqlDatabase WorkDB();
 QString connectionName();
 // Forgets the prepared statements; called before the connection closes.
 void clearStatementCache();
+// Counts the openings of the working database, so that what is known about
+// one open database can be told from what was known about an earlier one.
+int connectionGeneration();
 
 // Maps an error of the database layer to the program's classes of failure:
 // a duplicate key gives DuplicateKey, a refused rule its own number and its
@@ -41,6 +44,13 @@ void insertRow(const QString& table, const Values& values);
 
 // Whether a table exists (case-blind).
 bool tableExists(const QString& table);
+
+// "Drop Table" followed by "Create Table" for a scratch table that is made
+// anew each time: when the table already stands with exactly that
+// definition it is only emptied, which leaves the same empty table without
+// changing the schema (a schema change makes every kept statement compile
+// again). `createStatement` is the full CREATE TABLE statement.
+void remakeTable(const QString& table, const QString& createStatement);
 
 // Runs a block inside one transaction: committed when it returns, rolled
 // back when it throws. Nested use joins the outer transaction.

@@ -214,9 +214,9 @@ void CreateSIMLookUp()
     const QString name = joinPath(state().DataFolder, QStringLiteral("Simulation.cde"));
     database::Transaction transaction;
     try {
-        database::tryExec(QStringLiteral("DROP TABLE SimLookUp"));
-        database::exec(QStringLiteral("CREATE TABLE SimLookUp (Code TEXT COLLATE NOCASE, "
-                                      "Description TEXT COLLATE NOCASE, Type INTEGER)"));
+        database::remakeTable(QStringLiteral("SimLookUp"),
+            QStringLiteral("CREATE TABLE SimLookUp (Code TEXT COLLATE NOCASE, "
+                           "Description TEXT COLLATE NOCASE, Type INTEGER)"));
         const QString path = findPath(name);
         if (path.isEmpty()) {
             msgBox(QStringLiteral("Cannot find file") + QStringLiteral(" ") + name, MsgButtons::OK,

@@ -178,8 +178,7 @@ void CheckOn_ICSoil_Empty()
 {
     try {
         database::Transaction transaction;
-        database::tryExec(QStringLiteral("DROP TABLE ICSoil"));
-        database::exec(QStringLiteral("CREATE TABLE ICSoil (SLNO TEXT COLLATE NOCASE)"));
+        database::remakeTable(QStringLiteral("ICSoil"), QStringLiteral("CREATE TABLE ICSoil (SLNO TEXT COLLATE NOCASE)"));
         if (database::rowCount(QStringLiteral("ICSoil")) == 0) {
             QVariantList soils;
             QSqlQuery q = database::select(
