@@ -179,7 +179,9 @@ void remakeTable(const QString& table, const QString& createStatement)
 {
     const QVariant standing = scalar(
         QStringLiteral("SELECT sql FROM sqlite_master WHERE type = 'table' AND name = ? COLLATE NOCASE"), { table });
-    if (standing.toString() == createStatement) {
+    // SQLite keeps the statement as written, but for the case of its
+    // opening words.
+    if (standing.toString().compare(createStatement, Qt::CaseInsensitive) == 0) {
         exec(QStringLiteral("DELETE FROM [%1]").arg(table));
         return;
     }

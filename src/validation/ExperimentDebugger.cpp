@@ -247,11 +247,9 @@ void CheckWeatherFileExistence(Findings& findings)
     try {
         // Each station's files are looked up in one folder listing.
         reference::ListingCache listings;
-        // The table may not exist yet: only its remaking matters.
-        if (database::tableExists(QStringLiteral("Years")))
-            exec(QStringLiteral("Drop Table [Years]"));
-        exec(QStringLiteral("Create Table [Years] (LNFLD Integer,")
-            + QStringLiteral(" Year Integer)"));
+        // "Drop Table [Years]" and the table made anew.
+        database::remakeTable(QStringLiteral("Years"),
+            QStringLiteral("Create Table [Years] (LNFLD Integer,") + QStringLiteral(" Year Integer)"));
 
         for (const QSqlRecord& treatment : treatments()) {
             const QVariant level = treatment.value(QStringLiteral("LNFLD"));
