@@ -10,17 +10,7 @@ class SilentUserInterface final : public UserInterface {
 public:
     MsgAnswer message(const QString&, const QString&, MsgIcon, MsgButtons buttons) override
     {
-        switch (buttons) {
-        case MsgButtons::YesNo:
-        case MsgButtons::YesNoCancel:
-            return MsgAnswer::Yes;
-        case MsgButtons::RetryCancel:
-            return MsgAnswer::Cancel;
-        case MsgButtons::AbortRetryIgnore:
-            return MsgAnswer::Abort;
-        default:
-            return MsgAnswer::OK;
-        }
+        return firstAnswer(buttons);
     }
     QString openFileName(const QString&, const QString&, const QString&) override { return {}; }
     QString saveFileName(const QString&, const QString&, const QString&) override { return {}; }
@@ -33,6 +23,11 @@ SilentUserInterface g_silent;
 UserInterface* g_ui = &g_silent;
 
 } // namespace
+
+MsgAnswer firstAnswer(MsgButtons buttons)
+{
+    return buttons == MsgButtons::YesNo || buttons == MsgButtons::YesNoCancel ? MsgAnswer::Yes : MsgAnswer::OK;
+}
 
 UserInterface& ui() { return *g_ui; }
 

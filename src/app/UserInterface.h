@@ -6,8 +6,11 @@ namespace quillon {
 
 // Icons and button sets of a message box, as the program's messages use them.
 enum class MsgIcon { None, Critical, Question, Exclamation, Information };
-enum class MsgButtons { OK, OKCancel, YesNo, YesNoCancel, RetryCancel, AbortRetryIgnore };
-enum class MsgAnswer { OK, Cancel, Yes, No, Retry, Abort, Ignore };
+enum class MsgButtons { OK, OKCancel, YesNo, YesNoCancel };
+enum class MsgAnswer { OK, Cancel, Yes, No };
+
+// The answer of a box's first button, the one Enter takes.
+MsgAnswer firstAnswer(MsgButtons buttons);
 
 // What a printer dialog gives back: whether to print, and to which file when
 // the user chose to print to a PDF file instead of a printer.

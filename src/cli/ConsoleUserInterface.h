@@ -25,8 +25,6 @@ public:
     PrintChoice choosePrinter() override { return {}; }
     void progress(int) override { }
     void endProgram() override { throw ProgramEnded(); }
-
-    int messageCount = 0;
 };
 
 } // namespace quillon::cli

@@ -100,7 +100,7 @@ void writeChemicalsSection(FileWriter& w)
     QSqlQuery q = database::select(QStringLiteral("SELECT * FROM Chemicals ORDER BY LNCHE, rowid"));
     while (q.next()) {
         const QVariant level = q.value(QStringLiteral("LNCHE"));
-        w.line(levelField(level) + rightJustified(textOr99(q.value(QStringLiteral("CDate"))), 5)
+        w.line(levelColumn(level) + rightJustified(textOr99(q.value(QStringLiteral("CDate"))), 5)
             + rightJustified(textOr99(q.value(QStringLiteral("CHCOD"))), 6)
             + rightJustified(amountText(q.value(QStringLiteral("CHAMT"))), 6)
             + rightJustified(textOr99(q.value(QStringLiteral("CHMET"))), 6)
@@ -126,7 +126,7 @@ void writeTillageSection(FileWriter& w)
     QSqlQuery q = database::select(QStringLiteral("SELECT * FROM Tillage ORDER BY LNTIL, rowid"));
     while (q.next()) {
         const QVariant level = q.value(QStringLiteral("LNTIL"));
-        w.line(levelField(level) + rightJustified(textOr99(q.value(QStringLiteral("TDATE"))), 5)
+        w.line(levelColumn(level) + rightJustified(textOr99(q.value(QStringLiteral("TDATE"))), 5)
             + rightJustified(textOr99(q.value(QStringLiteral("TIMPL"))), 6)
             + rightJustified(roundedOr99(q.value(QStringLiteral("TDEP")), 0), 6) + QLatin1Char(' ')
             + validation::Find_TillNAME(level));

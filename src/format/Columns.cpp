@@ -7,6 +7,8 @@ namespace quillon::format {
 QString levelColumn(const QVariant& level)
 {
     const QString t = NumText(level);
+    if (t.isEmpty())
+        return QStringLiteral("  ");
     if (t.size() == 1)
         return QLatin1Char(' ') + t + QLatin1Char(' ');
     if (t.size() == 2)

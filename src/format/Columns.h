@@ -9,6 +9,7 @@ namespace quillon::format {
 
 // Level column: the level trimmed, in three characters: one digit as blank,
 // digit, blank; two digits and a blank; three digits alone; longer as is.
+// No level at all (NULL) gives two blanks.
 QString levelColumn(const QVariant& level);
 
 // Two-wide number: one leading blank when the text is shorter than two.

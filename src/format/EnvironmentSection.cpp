@@ -170,7 +170,7 @@ void writeEnvironmentSection(FileWriter& w)
     QSqlQuery q = database::select(QStringLiteral("SELECT * FROM EnvironMod ORDER BY LNENV, rowid"));
     while (q.next()) {
         const QVariant level = q.value(QStringLiteral("LNENV"));
-        QString text = levelField(level) + rightJustified(textOr99(q.value(QStringLiteral("WMDATE"))), 5);
+        QString text = levelColumn(level) + rightJustified(textOr99(q.value(QStringLiteral("WMDATE"))), 5);
         for (const Variable& v : Variables)
             text += pairText(v, q.value(QLatin1String(v.factor)), q.value(QLatin1String(v.adjustment)));
         w.line(text + QLatin1Char(' ') + validation::Find_EnvNAME(level));
@@ -188,7 +188,7 @@ void writeHarvestSection(FileWriter& w)
     QSqlQuery q = database::select(QStringLiteral("SELECT * FROM Harvest ORDER BY LNHAR, rowid"));
     while (q.next()) {
         const QVariant level = q.value(QStringLiteral("LNHAR"));
-        w.line(levelField(level) + rightJustified(textOr99(q.value(QStringLiteral("HDATE"))), 5)
+        w.line(levelColumn(level) + rightJustified(textOr99(q.value(QStringLiteral("HDATE"))), 5)
             + rightJustified(stageText(q.value(QStringLiteral("HSTG"))), 6)
             + rightJustified(textOr99(q.value(QStringLiteral("HCOM"))), 6)
             + rightJustified(textOr99(q.value(QStringLiteral("HSIZ"))), 6)

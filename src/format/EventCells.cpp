@@ -99,17 +99,6 @@ void storeNamedEvent(const QString& eventTable, const QString& section, const QS
     }
 }
 
-QString levelField(const QVariant& level)
-{
-    const QString t = NumText(level);
-    QString out;
-    if (t.size() <= 1)
-        out += QLatin1Char(' ');
-    out += t;
-    if (t.size() < 3)
-        out += QLatin1Char(' ');
-    return out;
-}
 
 bool isMissing(const QVariant& value)
 {

@@ -60,9 +60,6 @@ void storeNamedEvent(const QString& eventTable, const QString& section, const QS
 
 // --- Writing -------------------------------------------------------------
 
-// The level in three positions: a blank in front if it has one digit or
-// none, the level, a blank behind if it has fewer than three digits.
-QString levelField(const QVariant& level);
 
 // Whether a cell holds no value: NULL, or text that trims to nothing.
 bool isMissing(const QVariant& value);

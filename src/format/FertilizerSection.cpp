@@ -102,7 +102,7 @@ void writeFertilizersSection(FileWriter& w)
     QSqlQuery q = database::select(QStringLiteral("SELECT * FROM Fertilization ORDER BY LNFER, rowid"));
     while (q.next()) {
         const QVariant level = q.value(QStringLiteral("LNFER"));
-        QString text = levelField(level) + rightJustified(textOr99(q.value(QStringLiteral("FDAY"))), 5)
+        QString text = levelColumn(level) + rightJustified(textOr99(q.value(QStringLiteral("FDAY"))), 5)
             + rightJustified(textOr99(q.value(QStringLiteral("IFTYPE"))), 6)
             + rightJustified(textOr99(q.value(QStringLiteral("FERCOD"))), 6);
         for (const char* amount : { "DFERT", "ANFER", "APFER", "AKFER", "ACFER", "AOFER" })
@@ -123,7 +123,7 @@ void writeResiduesSection(FileWriter& w)
     QSqlQuery q = database::select(QStringLiteral("SELECT * FROM Residue ORDER BY LNRES, rowid"));
     while (q.next()) {
         const QVariant level = q.value(QStringLiteral("LNRES"));
-        w.line(levelField(level) + rightJustified(textOr99(q.value(QStringLiteral("RESDAY"))), 5)
+        w.line(levelColumn(level) + rightJustified(textOr99(q.value(QStringLiteral("RESDAY"))), 5)
             + rightJustified(textOr99(q.value(QStringLiteral("RESCOD"))), 6)
             + rightJustified(roundedOr99(q.value(QStringLiteral("RESIDUE")), 0), 6)
             + rightJustified(concentrationText(q.value(QStringLiteral("RESN"))), 6)

@@ -171,7 +171,7 @@ void writeIrrigationSection(FileWriter& w)
         const QVariant irName = q.value(QStringLiteral("IRNAME"));
         const QString name = isMissing(irName) ? QStringLiteral("-99") : irName.toString().left(60);
         w.line(LevelHeader);
-        w.line(levelField(level)
+        w.line(levelColumn(level)
             + rightJustified(efficiencyText(q.value(QStringLiteral("EFFIRX"))), 5)
             + rightJustified(numberOr99(q.value(QStringLiteral("DSOILX"))), 6)
             + rightJustified(numberOr99(q.value(QStringLiteral("THETCX"))), 6)
@@ -196,7 +196,7 @@ void writeIrrigationSection(FileWriter& w)
             }
             if (!hasDate(date))
                 continue;
-            QString text = levelField(a.value(QStringLiteral("LNIR")))
+            QString text = levelColumn(a.value(QStringLiteral("LNIR")))
                 + rightJustified(textOr99(date), 5)
                 + rightJustified(textOr99(a.value(QStringLiteral("IRRCOD"))), 6)
                 + rightJustified(maskOr99(a.value(QStringLiteral("AMT")), QStringLiteral("#0.0")), 6);

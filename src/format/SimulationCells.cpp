@@ -139,21 +139,10 @@ void restoreDefaultControls()
     }
 }
 
-QString levelColumnText(const QVariant& level)
-{
-    const QString t = NumText(level);
-    QString out;
-    if (t.size() <= 1)
-        out += QLatin1Char(' ');
-    out += t;
-    if (t.size() < 3)
-        out += QLatin1Char(' ');
-    return out;
-}
 
 QString lineStart(const QVariant& level, const QString& label)
 {
-    return levelColumnText(level) + trimSpaces(label).leftJustified(11, QLatin1Char(' '));
+    return levelColumn(level) + trimSpaces(label).leftJustified(11, QLatin1Char(' '));
 }
 
 QString cellText(const QVariantMap& row, const QString& column)

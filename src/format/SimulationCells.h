@@ -73,8 +73,6 @@ void restoreDefaultControls();
 
 // Writer side.
 
-// The level in three positions: " 1 ", "12 ", "123".
-QString levelColumnText(const QVariant& level);
 // The start of a data line: level, then the label filling 11 positions.
 QString lineStart(const QVariant& level, const QString& label);
 // A cell as the writer prints it: the value, or the default member for a

@@ -18,17 +18,7 @@ MsgAnswer ScriptedUserInterface::message(const QString& text, const QString& tit
         answers.pop_front();
         return answer;
     }
-    switch (buttons) {
-    case MsgButtons::YesNo:
-    case MsgButtons::YesNoCancel:
-        return MsgAnswer::Yes;
-    case MsgButtons::RetryCancel:
-        return MsgAnswer::Retry;
-    case MsgButtons::AbortRetryIgnore:
-        return MsgAnswer::Abort;
-    default:
-        return MsgAnswer::OK;
-    }
+    return firstAnswer(buttons);
 }
 
 QString ScriptedUserInterface::openFileName(const QString& filter, const QString& folder, const QString& name)

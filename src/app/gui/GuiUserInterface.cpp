@@ -28,10 +28,6 @@ QMessageBox::StandardButtons standardButtons(MsgButtons buttons)
         return QMessageBox::Yes | QMessageBox::No;
     case MsgButtons::YesNoCancel:
         return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
-    case MsgButtons::RetryCancel:
-        return QMessageBox::Retry | QMessageBox::Cancel;
-    case MsgButtons::AbortRetryIgnore:
-        return QMessageBox::Abort | QMessageBox::Retry | QMessageBox::Ignore;
     }
     return QMessageBox::Ok;
 }
@@ -62,12 +58,6 @@ MsgAnswer answerOf(int button)
         return MsgAnswer::Yes;
     case QMessageBox::No:
         return MsgAnswer::No;
-    case QMessageBox::Retry:
-        return MsgAnswer::Retry;
-    case QMessageBox::Abort:
-        return MsgAnswer::Abort;
-    case QMessageBox::Ignore:
-        return MsgAnswer::Ignore;
     default:
         return MsgAnswer::OK;
     }
