@@ -75,6 +75,20 @@ struct AppState {
     // Refresh
     bool RefreshGoOn = false;
     int RefreshAnswer = 1;
+    // Set by New and cleared at start: the next Refresh skips its notice and
+    // asks its own save question instead (SaveQuestionPending).
+    bool RefreshStarted = false;
+    // The save question of the next Close is frmSaveFile's, not the plain one.
+    bool SaveQuestionPending = false;
+
+    // The document commands' own marks.
+    // Makes File Open open ExpFilePath again without its dialog.
+    bool ReopenFlag = false;
+    // Set by Save (and by Refresh on an unchanged document): the next Close
+    // asks nothing. Only Open and New clear it.
+    bool CloseWithoutQuestion = false;
+    // Set when the user cancelled Exit's save question.
+    bool ExitCancelled = false;
 
     // Window scaling against the design size of 9600 by 7200 units.
     float ScaleX = 1;

@@ -23,7 +23,7 @@ namespace {
 // A working database whose profile table is empty was left half-built: it
 // is deleted so that it is built anew. One that can't even be read is
 // beyond that: the user is told to delete it, and the program ends.
-void dropDamagedWorkDatabase()
+void dropDamagedWorkDatabase(const QString& unreadableMessage)
 {
     const QString path = state().WorkDBPath;
     if (!QFile::exists(path))
@@ -33,8 +33,7 @@ void dropDamagedWorkDatabase()
     const RuntimeError e = opened ? database::tryExec(QStringLiteral("SELECT COUNT(*) FROM TERVAPRO"))
                                   : RuntimeError(err::Other, QString());
     if (e.number() != 0) {
-        msgBox(QStringLiteral("There is a problem with internal database. Please delete file "
-                              "TERVA48/TOOLS/Quillon/QUILLONTEMP2.mdb and start the program again."));
+        msgBox(unreadableMessage);
         endProgram();
     }
     if (database::rowCount(QStringLiteral("TERVAPRO")) == 0) {
@@ -45,9 +44,9 @@ void dropDamagedWorkDatabase()
 
 } // namespace
 
-void prepareWorkDatabase()
+void prepareWorkDatabase(const QString& unreadableMessage)
 {
-    dropDamagedWorkDatabase();
+    dropDamagedWorkDatabase(unreadableMessage);
     if (QFile::exists(state().WorkDBPath)) {
         database::CreateDataBaseX();
         ui().progress(15);

@@ -13,9 +13,15 @@ namespace quillon {
 // bar as it goes. The type flags come from the file's extension.
 void openExperiment(const QString& path);
 
+// The message of a working database that can't be read when a file is opened.
+inline const QString damagedWorkDatabase = QStringLiteral(
+    "There is a problem with internal database. Please delete file "
+    "TERVA48/TOOLS/Quillon/QUILLONTEMP2.mdb and start the program again.");
+
 // Prepares the working database for a document: opens it, or builds it and
 // loads every lookup from the suite when its file is missing or its profile
-// table is empty (a damaged database is deleted first).
-void prepareWorkDatabase();
+// table is empty (a damaged database is deleted first). A database file that
+// can't be read at all shows `unreadableMessage` and ends the program.
+void prepareWorkDatabase(const QString& unreadableMessage = damagedWorkDatabase);
 
 } // namespace quillon

@@ -1,0 +1,579 @@
+#include "app/DocumentCommands.h"
+
+#include "app/AppState.h"
+#include "app/CommandLine.h"
+#include "app/DialogSwitches.h"
+#include "app/OpenExperiment.h"
+#include "app/RuntimeError.h"
+#include "app/UserInterface.h"
+#include "database/Sql.h"
+#include "database/WorkDatabase.h"
+#include "format/ReadFile.h"
+#include "format/WriteFile.h"
+#include "reference/CodeTables.h"
+#include "reference/SoilLookups.h"
+#include "validation/ManagementTables.h"
+#include "validation/TableRelations.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace quillon {
+
+namespace {
+
+DocumentHost* g_host = nullptr;
+
+using namespace document_text;
+
+bool isSeparator(QChar c)
+{
+    return c == QLatin1Char('/') || c == QLatin1Char('\\');
+}
+
+int doubledSeparatorAt(const QString& path)
+{
+    for (int i = 0; i + 1 < path.size(); ++i) {
+        if (isSeparator(path.at(i)) && isSeparator(path.at(i + 1)))
+            return i;
+    }
+    return -1;
+}
+
+QString withSingleSeparators(QString path)
+{
+    for (int i = doubledSeparatorAt(path); i >= 0; i = doubledSeparatorAt(path))
+        path.remove(i, 1);
+    return path;
+}
+
+// The first folder of a path, read from its fourth character up to the next
+// separator ("C:\TERVA48\Maize\X.MZX" gives "TERVA48").
+QString firstFolderOf(const QString& path)
+{
+    QString folder;
+    for (int i = 3; i < path.size() && !isSeparator(path.at(i)); ++i)
+        folder += path.at(i);
+    return folder;
+}
+
+// A guard that puts the hourglass up for a scope.
+class Busy {
+public:
+    Busy() { documentHost().setBusy(true); }
+    ~Busy() { documentHost().setBusy(false); }
+};
+
+Identification currentIdentification()
+{
+    if (std::optional<Identification> shown = documentHost().identification())
+        return *shown;
+    // No window: the tables hold what identifies the document.
+    Identification id;
+    id.details = loadExperimentDetails();
+    id.type = fileTypeOf(state());
+    id.cropCode = id.type == FileType::Experimental ? id.details.CODE : QString();
+    id.plot = loadPlotDetails();
+    id.general = loadGeneralDetails();
+    return id;
+}
+
+// Institute, site, title and, for an experimental file, the crop must be
+// there before a file is written.
+bool identificationComplete(const Identification& id)
+{
+    const QString message = checkBeforeSave(id.details, id.type, id.cropCode);
+    if (message.isEmpty())
+        return true;
+    msgBox(message, MsgButtons::OK, MsgIcon::Exclamation);
+    return false;
+}
+
+// The identification goes to the tables the writer reads: ExpDetails with
+// the type's code or the crop's in lower case and the title cut to its
+// column, and the plot details and general information with it.
+bool storeIdentification(const Identification& id)
+{
+    ExperimentDetails details = id.details;
+    details.CODE
+        = id.type == FileType::Experimental ? id.cropCode.toLower() : fileTypeCode(id.type);
+    details.ENAME = details.ENAME.left(70);
+    try {
+        storeExperimentDetails(details);
+        storePlotDetails(id.plot);
+        storeGeneralDetails(id.general);
+    } catch (const RuntimeError& e) {
+        reportError(e.text(), QStringLiteral(" in mnuFileSave_Click/frmMain."));
+        return false;
+    }
+    return true;
+}
+
+// Writes the document. The file is replaced in one step: a failure has been
+// reported by the writer and leaves the old file as it was.
+bool writeDocument(const QString& path)
+{
+    if (!format::writeFile(path))
+        return false;
+    AppState& s = state();
+    s.FileSaved = false;
+    s.CloseWithoutQuestion = true;
+    return true;
+}
+
+// After a write: every window but the main one goes, the working database is
+// emptied and the file read back, so that what the user sees is what the
+// file holds; then the editor that was open comes back.
+void readBack(const QString& editor)
+{
+    AppState& s = state();
+    DocumentHost& host = documentHost();
+    host.unloadAllWindows();
+    {
+        Busy busy;
+        database::Transaction transaction;
+        validation::DeleteRelations();
+        database::CleanDataBase_Partially();
+        reference::CreateSIMLookUp();
+        reference::CreateSoilLookup();
+        s.comments.clear();
+        format::ReadFile(s.ExpFilePath);
+        // As after File Open: without this the buffers keep the line break in
+        // front of their first line, and the next write would leave them out.
+        s.comments.stripLeadingLineBreaks();
+        validation::SetRelations();
+        validation::FillIrrManagement();
+        validation::FillFerManagement();
+        validation::FillResManagement();
+        validation::FillHarManagement();
+        transaction.commit();
+    }
+    host.setMenuState(MenuState::DocumentOpen);
+    host.reopenEditor(editor);
+    s.LastSavedPath = s.ExpFilePath;
+}
+
+bool saveAsSteps(bool readBackAfter);
+
+// Save's sequence. Close and Exit run it without the read-back, since the
+// document goes away. Returns whether the file was written.
+bool saveSteps(bool readBackAfter)
+{
+    AppState& s = state();
+    DocumentHost& host = documentHost();
+
+    // A name with ".X" lacks the crop the extension is made of.
+    if (fileNameOf(s.ExpFilePath).toUpper().contains(QLatin1String(".X"))) {
+        msgBox(invalidFileName, MsgButtons::OK, MsgIcon::Critical, errorTitle);
+        return false;
+    }
+    const QString editor = host.closeEditors();
+
+    if (!s.LastSavedPath.isEmpty()) {
+        const int gap = doubledSeparatorAt(s.LastSavedPath);
+        if (gap >= 0) {
+            // The crop's folder is missing from the path: the crop's name
+            // fills the gap.
+            const std::optional<Crop> crop = cropWithCode(currentIdentification().cropCode);
+            QString folder = crop ? crop->name : QString();
+            folder.remove(QLatin1Char(' '));
+            folder.remove(QLatin1Char('/'));
+            s.LastSavedPath.replace(
+                gap, 2, QDir::separator() + folder.toUpper() + QDir::separator());
+        } else if (s.LastSavedPath.toUpper() != s.ExpFilePath.toUpper()) {
+            const QString asNew = savedAs + QLatin1Char(' ') + s.ExpFilePath + QLatin1Char('.');
+            const QString question = s.IsNewFile
+                ? asNew
+                : modifiedFile + QLatin1Char(' ') + s.LastSavedPath + QLatin1Char(' ') + asNew;
+            if (msgBox(question, MsgButtons::OKCancel, MsgIcon::Exclamation) == MsgAnswer::Cancel) {
+                host.reopenEditor(editor);
+                return false;
+            }
+        }
+    }
+
+    const Identification id = currentIdentification();
+    if (!identificationComplete(id) || !storeIdentification(id)) {
+        host.reopenEditor(editor);
+        return false;
+    }
+
+    const QString folder = folderOf(s.ExpFilePath);
+    if (folder.isEmpty() || !QFileInfo(folder).isDir()) {
+        msgBox(folderMissing);
+        host.reopenEditor(editor);
+        return saveAsSteps(readBackAfter);
+    }
+
+    if (!writeDocument(s.ExpFilePath)) {
+        host.reopenEditor(editor);
+        return false;
+    }
+    if (readBackAfter)
+        readBack(editor);
+    return true;
+}
+
+// An experiment file's name is eight characters, a dot and three.
+bool isExperimentFileName(const QFileInfo& file)
+{
+    return file.completeBaseName().size() == 8 && file.suffix().size() == 3;
+}
+
+bool saveAsSteps(bool readBackAfter)
+{
+    AppState& s = state();
+    DocumentHost& host = documentHost();
+    // The dialog is the question: the last saved name isn't compared.
+    s.LastSavedPath.clear();
+
+    if (fileNameOf(s.ExpFilePath).toUpper().contains(QLatin1String(".X"))) {
+        msgBox(invalidFileName, MsgButtons::OK, MsgIcon::Critical, errorTitle);
+        return false;
+    }
+    const QString editor = host.closeEditors();
+    const Identification id = currentIdentification();
+    if (!identificationComplete(id)) {
+        host.reopenEditor(editor);
+        return false;
+    }
+
+    const QString start = withSingleSeparators(s.ExpFilePath);
+    const QString startFolder = start.isEmpty() ? s.DataFolder : folderOf(start);
+    const QString answer = ui().saveFileName(saveAsFilter, startFolder, fileNameOf(start));
+    if (answer.isEmpty()) {
+        host.reopenEditor(editor);
+        return false;
+    }
+    const QFileInfo chosen(answer);
+    if (!isExperimentFileName(chosen)) {
+        msgBox(chosen.fileName() + QLatin1Char(' ') + wrongFileName, MsgButtons::OK,
+            MsgIcon::Critical);
+        host.reopenEditor(editor);
+        return false;
+    }
+    if (chosen.exists()
+        && msgBox(overwrite, MsgButtons::YesNo, MsgIcon::Exclamation) != MsgAnswer::Yes) {
+        host.reopenEditor(editor);
+        return false;
+    }
+
+    const QString path = QDir::toNativeSeparators(answer);
+    if (!storeIdentification(id) || !writeDocument(path)) {
+        host.reopenEditor(editor);
+        return false;
+    }
+    s.ExpFilePath = path;
+    host.rebuildCaptions(path);
+    if (readBackAfter)
+        readBack(editor);
+    return true;
+}
+
+void clearTypeFlags(AppState& s)
+{
+    s.IsExperimental = s.IsSequence = s.IsSeasonal = s.IsSpatial = s.IsForecast = false;
+}
+
+} // namespace
+
+const std::vector<MenuEntryState>& menuTable()
+{
+    static const std::vector<MenuEntryState> table {
+        { "mnuFileNew", true, true, false },
+        { "mnuFileOpen", true, true, false },
+        { "mnuFileClose", false, false, true },
+        { "mnuFileSave", false, false, true },
+        { "mnuFileSaveAs", false, false, true },
+        { "mnuFilePrintPreview", false, false, true },
+        { "mnuPrint", false, false, true },
+        { "mnuFileExit", true, true, true },
+        { "mnuEditField", false, false, true },
+        { "mnuEditSoil", false, false, true },
+        { "mnuEditInitCond", false, false, true },
+        { "mnuEditPlanting", false, false, true },
+        { "mnuEditIrrigation", false, false, true },
+        { "mnuEditFertilizer", false, false, true },
+        { "mnuEditResidue", false, false, true },
+        { "mnuEditTillage", false, false, true },
+        { "mnuEditEnvMod", false, false, true },
+        { "mnuHarvest", false, false, true },
+        { "mnuEditChemicalApp", false, false, true },
+        { "mnuEditCultivar", false, false, true },
+        { "mnuViewTreatments", false, false, true },
+        { "EditSimOptGeneral", false, false, true },
+        { "mnuEnvironEdit", false, false, true },
+        { "mnuManageEdit", false, false, true },
+        { "mnuRefresh", false, false, true },
+        { "mnuRefresh2", false, false, true },
+        { "mnuViewBugs", false, false, false },
+        { "mnuErrors", false, false, false },
+        { "mnuViewCheck", false, false, true },
+    };
+    return table;
+}
+
+bool entryEnabledIn(const MenuEntryState& entry, MenuState state)
+{
+    switch (state) {
+    case MenuState::Empty:
+        return entry.empty;
+    case MenuState::Opening:
+        return entry.opening;
+    case MenuState::DocumentOpen:
+        return entry.open;
+    }
+    return false;
+}
+
+void setDocumentHost(DocumentHost* host)
+{
+    g_host = host;
+}
+
+DocumentHost& documentHost()
+{
+    Q_ASSERT_X(g_host, "documentHost", "the document commands need a host");
+    return *g_host;
+}
+
+void mnuFileOpen_Click()
+{
+    AppState& s = state();
+    DocumentHost& host = documentHost();
+
+    clearTypeFlags(s);
+    s.IsNewFile = false;
+    s.CloseWithoutQuestion = false;
+    s.SaveQuestionPending = false;
+    s.ExitCancelled = false;
+    // A document's first save has nothing to compare its name with.
+    s.LastSavedPath.clear();
+    host.setMenuState(MenuState::Opening);
+
+    if (!s.OpenFromCommand) {
+        if (!s.ReopenFlag || s.ExpFilePath.isEmpty()) {
+            const QString answer = ui().openFileName(openFilter, s.DataFolder, QString());
+            if (answer.isEmpty())
+                return;
+            s.ExpFilePath = QDir::toNativeSeparators(answer);
+        }
+        s.ReopenFlag = false;
+        s.OpenFolderName = firstFolderOf(s.ExpFilePath);
+    }
+    if (s.OpenFromCommand && (s.ExpFilePath.isEmpty() || !s.ReopenFlag)) {
+        s.ExpFilePath = s.CommandFile;
+        if (namesNewFile(s.ExpFilePath)) {
+            s.ExpFilePath.clear();
+            mnuFileNew_Click();
+            return;
+        }
+    }
+    s.ReopenFlag = false;
+
+    try {
+        Busy busy;
+        openExperiment(s.ExpFilePath);
+    } catch (const RuntimeError& e) {
+        ui().progress(-1);
+        reportError(e.text(), QStringLiteral(" in mnuFileOpen_Click/frmMain."));
+        host.setMenuState(MenuState::Empty);
+        return;
+    }
+
+    host.setMenuState(MenuState::DocumentOpen);
+    host.showIdentification();
+    s.DocumentOpen = true;
+    ui().progress(-1);
+    if (s.NegativeEnvValue)
+        msgBox(negativeEnvValue, MsgButtons::OK, MsgIcon::Critical, errorTitle);
+    host.setEntryEnabled(QStringLiteral("mnuRefresh"), true);
+    host.setEntryEnabled(QStringLiteral("mnuRefresh2"), true);
+}
+
+void mnuFileNew_Click()
+{
+    AppState& s = state();
+    DocumentHost& host = documentHost();
+
+    s.RefreshStarted = true;
+    if (QFile::exists(s.WorkDBPath) && DontShowOptionNew())
+        host.showStartNew();
+
+    for (const char* name :
+        { "mnuFileExit", "mnuFileClose", "mnuFileSave", "mnuFilePrintPreview", "mnuPrint" })
+        host.setEntryEnabled(QLatin1String(name), true);
+    host.setEntryEnabled(QStringLiteral("mnuViewBugs"), false);
+    host.setEntryEnabled(QStringLiteral("mnuEditCultivar"), false);
+
+    setFileType(s, FileType::Experimental);
+    s.IsNewFile = true;
+    s.CloseWithoutQuestion = false;
+    s.LastSavedPath.clear();
+    {
+        Busy busy;
+        database::Transaction transaction;
+        ui().progress(0);
+        // A database held by another program can't be read here: New says
+        // so and the program ends. An empty one is deleted and built anew.
+        prepareWorkDatabase(databaseInUse);
+        // The new document starts without levels. The fields, initial
+        // conditions and planting editors make level 1 of their factor when
+        // they open on a factor without levels, so nothing is added here.
+        validation::SetRelations();
+        transaction.commit();
+        ui().progress(-1);
+    }
+
+    host.setMenuState(MenuState::DocumentOpen);
+    host.showIdentification();
+    s.DocumentOpen = true;
+}
+
+void mnuFileSave_Click()
+{
+    saveSteps(true);
+}
+
+void mnuFileSaveAs_Click()
+{
+    saveAsSteps(true);
+}
+
+bool mnuFileClose_Click()
+{
+    AppState& s = state();
+    DocumentHost& host = documentHost();
+
+    const QString editor = host.closeEditors();
+    if (s.CloseWithoutQuestion || s.FileSaved) {
+        reference::SoilFolder().clear();
+        s.GenotypeFolder.clear();
+    } else {
+        bool save = false;
+        if (s.SaveQuestionPending) {
+            s.SaveQuestionPending = false;
+            s.RefreshAnswer = host.showSaveFile();
+            save = s.RefreshAnswer == 1;
+            if (!save) {
+                host.reopenEditor(editor);
+                return false;
+            }
+        } else {
+            const MsgAnswer answer = msgBox(saveOnClose, MsgButtons::YesNoCancel);
+            if (answer == MsgAnswer::Cancel) {
+                host.reopenEditor(editor);
+                return false;
+            }
+            save = answer == MsgAnswer::Yes;
+        }
+        // A save that didn't happen keeps the document open.
+        if (save && !saveSteps(false))
+            return false;
+    }
+
+    host.unloadAllWindows();
+    s.CommandLine = QStringLiteral("55");
+    s.OpenFromCommand = false;
+    s.ExpFilePath.clear();
+    clearTypeFlags(s);
+    s.comments.clear();
+    try {
+        validation::DeleteRelations();
+        database::CleanDataBase_Partially();
+        database::exec(QStringLiteral("DELETE FROM ICSoil"));
+    } catch (const RuntimeError& e) {
+        reportError(e.text(), QStringLiteral(" in mnuFileClose_Click/frmMain."));
+    }
+    s.DocumentOpen = false;
+    s.FileSaved = true;
+    host.setMenuState(MenuState::Empty);
+    return true;
+}
+
+bool mnuFileExit_Click()
+{
+    AppState& s = state();
+    s.ExitCancelled = false;
+    if (!s.DocumentOpen || s.CloseWithoutQuestion || s.FileSaved)
+        return true;
+    DocumentHost& host = documentHost();
+    const QString editor = host.closeEditors();
+    const MsgAnswer answer = msgBox(saveOnExit, MsgButtons::YesNoCancel);
+    if (answer == MsgAnswer::Cancel) {
+        s.ExitCancelled = true;
+        host.reopenEditor(editor);
+        return false;
+    }
+    if (answer == MsgAnswer::Yes && !saveSteps(false)) {
+        s.ExitCancelled = true;
+        return false;
+    }
+    return true;
+}
+
+void mnuRefresh_Click()
+{
+    AppState& s = state();
+    DocumentHost& host = documentHost();
+
+    const QString remembered = s.ExpFilePath;
+    s.RefreshGoOn = true;
+    s.RefreshAnswer = 1;
+    if (s.RefreshStarted) {
+        s.RefreshStarted = false;
+        s.SaveQuestionPending = true;
+    } else if (QFile::exists(s.WorkDBPath) && DontShowOptionRefresh()) {
+        const DocumentHost::RefreshNotice notice = host.showStartRefresh();
+        s.RefreshGoOn = notice.goOn;
+        s.SaveQuestionPending = s.SaveQuestionPending || notice.saveQuestionPending;
+    }
+    if (!s.RefreshGoOn) {
+        s.SaveQuestionPending = false;
+        return;
+    }
+
+    if (host.isEntryEnabled(QStringLiteral("mnuFileClose"))) {
+        if (s.FileSaved)
+            s.CloseWithoutQuestion = true;
+        const bool closed = mnuFileClose_Click();
+        // The question belongs to this refresh only.
+        s.SaveQuestionPending = false;
+        // A document that stayed open keeps its database.
+        if (!closed)
+            return;
+    }
+    s.SaveQuestionPending = false;
+    if (s.RefreshAnswer == 3)
+        return;
+
+    bool deleted = false;
+    if (QFile::exists(s.WorkDBPath)) {
+        database::closeWorkDB();
+        deleted = QFile::remove(s.WorkDBPath);
+    }
+    if (host.isEntryEnabled(QStringLiteral("mnuFileOpen")) && !s.ExpFilePath.isEmpty()
+        && !s.IsNewFile) {
+        s.ReopenFlag = true;
+        mnuFileOpen_Click();
+    }
+    if (s.ExpFilePath.isEmpty() && !s.IsNewFile && deleted) {
+        s.ExpFilePath = remembered;
+        s.ReopenFlag = true;
+        mnuFileOpen_Click();
+    }
+    if (s.IsNewFile)
+        mnuFileNew_Click();
+}
+
+void startFromCommandLine()
+{
+    const AppState& s = state();
+    if (s.OpenFromCommand)
+        mnuFileOpen_Click();
+    else if (s.NewFromCommand)
+        mnuFileNew_Click();
+}
+
+} // namespace quillon

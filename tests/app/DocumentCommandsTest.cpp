@@ -1,0 +1,475 @@
+#include "app/DocumentCommands.h"
+
+#include "app/AppState.h"
+#include "database/Sql.h"
+#include "database/WorkDatabase.h"
+#include "support/SampleSuiteFixture.h"
+#include "support/WorkDbFixture.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+
+#include <map>
+
+namespace quillon::test {
+namespace {
+
+using namespace document_text;
+
+// The windows as a recording: menu entries by name, the identification
+// window's values (loaded from the tables as the real window loads them),
+// and the answers of the start dialogs.
+class FakeHost final : public DocumentHost {
+public:
+    FakeHost() { setDocumentHost(this); }
+    ~FakeHost() override { setDocumentHost(nullptr); }
+
+    void setMenuState(MenuState s) override
+    {
+        menu = s;
+        for (const MenuEntryState& entry : menuTable())
+            entries[QLatin1String(entry.name)] = entryEnabledIn(entry, s);
+    }
+    void setEntryEnabled(const QString& name, bool enabled) override { entries[name] = enabled; }
+    bool isEntryEnabled(const QString& name) const override
+    {
+        const auto it = entries.find(name);
+        return it != entries.end() && it->second;
+    }
+    void showIdentification() override
+    {
+        calls << QStringLiteral("identification");
+        Identification id;
+        id.details = loadExperimentDetails();
+        id.type = fileTypeOf(state());
+        id.cropCode = id.type == FileType::Experimental ? id.details.CODE : QString();
+        id.plot = loadPlotDetails();
+        id.general = loadGeneralDetails();
+        window = id;
+    }
+    std::optional<Identification> identification() const override { return window; }
+    QString closeEditors() override
+    {
+        calls << QStringLiteral("closeEditors");
+        return QString();
+    }
+    void reopenEditor(const QString& name) override
+    {
+        calls << QStringLiteral("reopen:") + name;
+        if (!window)
+            showIdentification();
+    }
+    void unloadAllWindows() override
+    {
+        calls << QStringLiteral("unload");
+        window.reset();
+    }
+    void rebuildCaptions(const QString& path) override
+    {
+        calls << QStringLiteral("captions:") + path;
+    }
+    void showStartNew() override { calls << QStringLiteral("frmStart_New"); }
+    RefreshNotice showStartRefresh() override
+    {
+        calls << QStringLiteral("frmStartRefresh");
+        return refreshNotice;
+    }
+    int showSaveFile() override
+    {
+        calls << QStringLiteral("frmSaveFile");
+        return saveFileAnswer;
+    }
+    void setBusy(bool) override { }
+
+    MenuState menu = MenuState::Empty;
+    std::map<QString, bool> entries;
+    std::optional<Identification> window;
+    QStringList calls;
+    RefreshNotice refreshNotice;
+    int saveFileAnswer = 3;
+};
+
+QByteArray contentsOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+class DocumentCommandsTest : public SampleSuiteTest {
+protected:
+    void SetUp() override
+    {
+        SampleSuiteTest::SetUp();
+        if (IsSkipped())
+            return;
+        m_host.setMenuState(MenuState::Empty);
+    }
+
+    // Opens a file through the open dialog and forgets the messages.
+    void open(const QString& path)
+    {
+        m_ui.fileAnswers.push_back(path);
+        mnuFileOpen_Click();
+        ASSERT_TRUE(state().DocumentOpen) << m_ui.texts().join(QLatin1Char('\n')).toStdString();
+        m_ui.clear();
+        m_host.calls.clear();
+    }
+    // A copy of the maize experiment under another name in the same folder.
+    QString copyOfMaize(const QString& name)
+    {
+        const QString path = suitePath(QStringLiteral("Maize/") + name);
+        EXPECT_TRUE(QFile::copy(maizeFile(), path));
+        return path;
+    }
+    QString title() const
+    {
+        return rowsOf(QStringLiteral("SELECT ENAME FROM ExpDetails")).value(0);
+    }
+
+    FakeHost m_host;
+};
+
+TEST_F(DocumentCommandsTest, OpenBuildsTheDatabaseReadsTheFileAndShowsIdentification)
+{
+    // A cancelled dialog changes nothing.
+    mnuFileOpen_Click();
+    EXPECT_EQ(m_ui.fileDialogs,
+        QStringList {
+            QStringLiteral("open|PLOTBOOK (*.*x)|*.*x|") + state().DataFolder + QLatin1Char('|') });
+    EXPECT_FALSE(state().DocumentOpen);
+    EXPECT_FALSE(QFile::exists(state().WorkDBPath));
+    EXPECT_TRUE(m_host.isEntryEnabled(QStringLiteral("mnuFileOpen")));
+    EXPECT_FALSE(m_host.isEntryEnabled(QStringLiteral("mnuFileSave")));
+
+    m_ui.clear();
+    m_ui.fileAnswers.push_back(maizeFile());
+    mnuFileOpen_Click();
+    EXPECT_TRUE(m_ui.messages.empty()) << m_ui.texts().join(QLatin1Char('\n')).toStdString();
+    const AppState& s = state();
+    EXPECT_TRUE(s.DocumentOpen);
+    EXPECT_EQ(s.ExpFilePath, maizeFile());
+    EXPECT_TRUE(s.IsExperimental);
+    EXPECT_FALSE(s.IsNewFile);
+    EXPECT_EQ(m_host.menu, MenuState::DocumentOpen);
+    EXPECT_TRUE(m_host.isEntryEnabled(QStringLiteral("mnuRefresh")));
+    EXPECT_FALSE(m_host.isEntryEnabled(QStringLiteral("mnuViewBugs")));
+    EXPECT_FALSE(m_host.isEntryEnabled(QStringLiteral("mnuFileOpen")));
+    EXPECT_EQ(m_host.calls, QStringList { QStringLiteral("identification") });
+    ASSERT_TRUE(m_host.window);
+    EXPECT_EQ(m_host.window->details.INSTE, QStringLiteral("QL"));
+    // The lookups came from the suite, the experiment from the file, and the
+    // initial conditions have their water and nitrogen rows.
+    EXPECT_GT(database::rowCount(QStringLiteral("CropLookup")), 0);
+    EXPECT_EQ(database::rowCount(QStringLiteral("Treatments")), 11);
+    EXPECT_EQ(database::rowCount(QStringLiteral("IC_Water_Nitrogen")),
+        database::rowCount(QStringLiteral("InitialConditions")));
+    EXPECT_EQ(m_ui.progressSteps.back(), -1);
+    EXPECT_NE(std::find(m_ui.progressSteps.begin(), m_ui.progressSteps.end(), 100),
+        m_ui.progressSteps.end());
+}
+
+TEST_F(DocumentCommandsTest, ExtensionGivesTheTypeInAnyCase)
+{
+    open(copyOfMaize(QStringLiteral("QLNV2101.sQx")));
+    const AppState& s = state();
+    EXPECT_TRUE(s.IsSequence);
+    EXPECT_FALSE(s.IsExperimental || s.IsSeasonal || s.IsSpatial || s.IsForecast);
+    ASSERT_TRUE(mnuFileClose_Click());
+
+    open(copyOfMaize(QStringLiteral("QLNV2101.FCX")));
+    EXPECT_TRUE(s.IsForecast);
+    EXPECT_FALSE(s.IsExperimental || s.IsSequence || s.IsSeasonal || s.IsSpatial);
+}
+
+TEST_F(DocumentCommandsTest, CommandLineOpensTheFileOrStartsNew)
+{
+    AppState& s = state();
+    s.OpenFromCommand = true;
+    s.CommandFile = suitePath(QStringLiteral("Maize")) + QStringLiteral("/new");
+    startFromCommandLine();
+    EXPECT_TRUE(m_ui.fileDialogs.isEmpty());
+    EXPECT_TRUE(s.IsNewFile);
+    EXPECT_TRUE(s.IsExperimental);
+    EXPECT_TRUE(s.ExpFilePath.isEmpty());
+    EXPECT_TRUE(s.DocumentOpen);
+    EXPECT_EQ(m_host.menu, MenuState::DocumentOpen);
+    EXPECT_EQ(database::rowCount(QStringLiteral("Treatments")), 0);
+    EXPECT_GT(database::rowCount(QStringLiteral("CropLookup")), 0);
+
+    ASSERT_TRUE(mnuFileClose_Click());
+    EXPECT_EQ(s.CommandLine, QStringLiteral("55"));
+    EXPECT_FALSE(s.OpenFromCommand);
+
+    s.OpenFromCommand = true;
+    s.CommandFile = maizeFile();
+    startFromCommandLine();
+    EXPECT_TRUE(m_ui.fileDialogs.isEmpty());
+    EXPECT_EQ(s.ExpFilePath, maizeFile());
+    EXPECT_FALSE(s.IsNewFile);
+    EXPECT_EQ(database::rowCount(QStringLiteral("Treatments")), 11);
+}
+
+TEST_F(DocumentCommandsTest, SaveWritesThenTheTablesHoldWhatTheFileHolds)
+{
+    const QString path = copyOfMaize(QStringLiteral("QLNV2102.MZX"));
+    open(path);
+    const QByteArray before = contentsOf(path);
+    m_host.window->details.ENAME = QStringLiteral("MAIZE NITROGEN, SAVED AGAIN");
+    // A change the file can't hold: a treatment name longer than its column
+    // in the file is cut when it is written, and so when it is read back.
+    database::exec(QStringLiteral("UPDATE Treatments SET TITLET = ? WHERE TRTNO = 1"),
+        { QStringLiteral("Rainfed, no nitrogen at all, ever") });
+
+    mnuFileSave_Click();
+    EXPECT_TRUE(m_ui.messages.empty()) << m_ui.texts().join(QLatin1Char('\n')).toStdString();
+    const QByteArray after = contentsOf(path);
+    EXPECT_NE(after, before);
+    EXPECT_TRUE(after.startsWith("*EXP.DETAILS: QLNV2102MZ MAIZE NITROGEN, SAVED AGAIN"));
+    EXPECT_EQ(title(), QStringLiteral("MAIZE NITROGEN, SAVED AGAIN"));
+    EXPECT_EQ(rowsOf(QStringLiteral("SELECT TITLET FROM Treatments WHERE TRTNO = 1")),
+        QStringList { QStringLiteral("Rainfed, no nitrogen at a") });
+    EXPECT_EQ(m_host.calls,
+        (QStringList { QStringLiteral("closeEditors"), QStringLiteral("unload"),
+            QStringLiteral("reopen:"), QStringLiteral("identification") }));
+    const AppState& s = state();
+    EXPECT_EQ(s.LastSavedPath, path);
+    EXPECT_FALSE(s.FileSaved);
+    EXPECT_EQ(m_host.menu, MenuState::DocumentOpen);
+
+    // Saving again writes the same text: comments and all survive the
+    // read-back.
+    mnuFileSave_Click();
+    EXPECT_EQ(contentsOf(path), after);
+    EXPECT_TRUE(
+        after.contains("\r\n! Plot sizes in m2 and m; the harvest area is the two centre rows."));
+
+    // Once saved, Close asks nothing, even after further changes.
+    ASSERT_TRUE(mnuFileClose_Click());
+    EXPECT_TRUE(m_ui.messages.empty());
+    EXPECT_EQ(m_host.menu, MenuState::Empty);
+    EXPECT_EQ(database::rowCount(QStringLiteral("Treatments")), 0);
+    EXPECT_TRUE(s.ExpFilePath.isEmpty());
+    EXPECT_TRUE(s.FileSaved);
+}
+
+TEST_F(DocumentCommandsTest, SaveRefusesNamesAndIdentificationThatCantMakeAFile)
+{
+    const QString path = copyOfMaize(QStringLiteral("QLNV2103.MZX"));
+    open(path);
+    const QByteArray before = contentsOf(path);
+    AppState& s = state();
+
+    // A ".X" name lacks its crop: nothing else happens.
+    s.ExpFilePath = suitePath(QStringLiteral("Maize/QLNV2103.X"));
+    mnuFileSave_Click();
+    ASSERT_EQ(m_ui.messages.size(), 1u);
+    EXPECT_EQ(m_ui.messages[0].text, invalidFileName);
+    EXPECT_EQ(m_ui.messages[0].title, QStringLiteral("Error"));
+    EXPECT_EQ(m_ui.messages[0].icon, MsgIcon::Critical);
+    EXPECT_TRUE(m_host.calls.isEmpty());
+    EXPECT_FALSE(QFile::exists(s.ExpFilePath));
+    s.ExpFilePath = path;
+
+    // Missing identification stops the save and returns to the window.
+    m_ui.clear();
+    m_host.window->details.INSTE.clear();
+    mnuFileSave_Click();
+    EXPECT_EQ(m_ui.texts(),
+        QStringList { QStringLiteral("Specify Institute Code before saving the file.") });
+    m_host.window->details.INSTE = QStringLiteral("QL");
+    m_host.window->cropCode.clear();
+    m_ui.clear();
+    mnuFileSave_Click();
+    EXPECT_EQ(m_ui.texts(), QStringList { QStringLiteral("You must choose a crop name.") });
+    EXPECT_EQ(contentsOf(path), before);
+
+    // A renamed file is announced, and Cancel keeps it unsaved.
+    m_host.window->cropCode = QStringLiteral("MZ");
+    s.LastSavedPath = path;
+    s.ExpFilePath = suitePath(QStringLiteral("Maize/QLNV2104.MZX"));
+    m_ui.clear();
+    m_ui.answers.push_back(MsgAnswer::Cancel);
+    mnuFileSave_Click();
+    ASSERT_EQ(m_ui.messages.size(), 1u);
+    EXPECT_EQ(m_ui.messages[0].text,
+        QStringLiteral("You have modified the file ") + path
+            + QStringLiteral(" The file will be saved as ") + s.ExpFilePath + QLatin1Char('.'));
+    EXPECT_EQ(m_ui.messages[0].buttons, MsgButtons::OKCancel);
+    EXPECT_FALSE(QFile::exists(s.ExpFilePath));
+
+    // A folder that doesn't exist leads to Save As.
+    s.LastSavedPath.clear();
+    s.ExpFilePath = suitePath(QStringLiteral("Nowhere/QLNV2104.MZX"));
+    m_ui.clear();
+    mnuFileSave_Click();
+    EXPECT_EQ(m_ui.texts(), QStringList { folderMissing });
+    ASSERT_EQ(m_ui.fileDialogs.size(), 1);
+    EXPECT_TRUE(
+        m_ui.fileDialogs[0].startsWith(QStringLiteral("save|") + saveAsFilter + QLatin1Char('|')));
+    EXPECT_TRUE(m_ui.fileDialogs[0].endsWith(QStringLiteral("|QLNV2104.MZX")));
+}
+
+TEST_F(DocumentCommandsTest, FailedWriteLeavesTheOldFileAndTheDocument)
+{
+    const QString folder = suitePath(QStringLiteral("Locked"));
+    ASSERT_TRUE(QDir().mkpath(folder));
+    const QString path = folder + QStringLiteral("/QLNV2105.MZX");
+    ASSERT_TRUE(QFile::copy(maizeFile(), path));
+    open(path);
+    const QByteArray before = contentsOf(path);
+    // An immutable folder refuses the new file, also to the superuser.
+    if (QProcess::execute(QStringLiteral("chattr"), { QStringLiteral("+i"), folder }) != 0)
+        GTEST_SKIP() << "chattr is not available here";
+    m_host.window->details.ENAME = QStringLiteral("NEVER WRITTEN");
+
+    mnuFileSave_Click();
+    QProcess::execute(QStringLiteral("chattr"), { QStringLiteral("-i"), folder });
+    ASSERT_EQ(m_ui.messages.size(), 1u);
+    EXPECT_TRUE(m_ui.messages[0].text.startsWith(
+        QStringLiteral("Cannot open file ") + path + QStringLiteral(". ")));
+    EXPECT_EQ(contentsOf(path), before);
+    // The document wasn't read back: what the user had stays, and a Close
+    // still asks.
+    EXPECT_FALSE(m_host.calls.contains(QStringLiteral("unload")));
+    EXPECT_EQ(title(), QStringLiteral("NEVER WRITTEN"));
+    EXPECT_TRUE(state().LastSavedPath.isEmpty());
+    state().FileSaved = false;
+    m_ui.clear();
+    m_ui.answers.push_back(MsgAnswer::Cancel);
+    EXPECT_FALSE(mnuFileClose_Click());
+    EXPECT_EQ(m_ui.texts(), QStringList { saveOnClose });
+    EXPECT_TRUE(state().DocumentOpen);
+}
+
+TEST_F(DocumentCommandsTest, SaveAsWritesUnderTheNewNameAfterItsChecks)
+{
+    open(maizeFile());
+    AppState& s = state();
+    const QString copy = suitePath(QStringLiteral("Maize/QLNV2199.MZX"));
+
+    m_ui.fileAnswers.push_back(suitePath(QStringLiteral("Maize/short.MZX")));
+    mnuFileSaveAs_Click();
+    EXPECT_EQ(m_ui.fileDialogs,
+        QStringList { QStringLiteral("save|") + saveAsFilter + QLatin1Char('|')
+            + suitePath(QStringLiteral("Maize")) + QStringLiteral("|QLNV2101.MZX") });
+    EXPECT_EQ(m_ui.texts(), QStringList { QStringLiteral("short.MZX is wrong file name.") });
+    EXPECT_EQ(m_ui.messages[0].icon, MsgIcon::Critical);
+
+    // An existing file is only replaced on Yes.
+    ASSERT_TRUE(QFile::copy(suitePath(QStringLiteral("TERVAPRO.V48")), copy));
+    m_ui.clear();
+    m_ui.fileAnswers.push_back(copy);
+    m_ui.answers.push_back(MsgAnswer::No);
+    mnuFileSaveAs_Click();
+    EXPECT_EQ(m_ui.texts(), QStringList { overwrite });
+    EXPECT_EQ(contentsOf(copy), contentsOf(suitePath(QStringLiteral("TERVAPRO.V48"))));
+    EXPECT_EQ(s.ExpFilePath, maizeFile());
+
+    m_ui.clear();
+    m_host.calls.clear();
+    m_ui.fileAnswers.push_back(copy);
+    m_ui.answers.push_back(MsgAnswer::Yes);
+    mnuFileSaveAs_Click();
+    EXPECT_EQ(m_ui.texts(), QStringList { overwrite });
+    EXPECT_TRUE(contentsOf(copy).startsWith("*EXP.DETAILS: QLNV2199MZ MAIZE NITROGEN RATE"));
+    EXPECT_EQ(s.ExpFilePath, copy);
+    EXPECT_EQ(s.LastSavedPath, copy);
+    EXPECT_TRUE(m_host.calls.contains(QStringLiteral("captions:") + copy));
+    EXPECT_EQ(rowsOf(QStringLiteral("SELECT EXPTNO FROM ExpDetails")),
+        QStringList { QStringLiteral("2199") });
+}
+
+TEST_F(DocumentCommandsTest, CloseAndExitAskAboutUnsavedChanges)
+{
+    open(maizeFile());
+    AppState& s = state();
+    s.FileSaved = false; // an editor stored a change
+
+    m_ui.answers = { MsgAnswer::Cancel };
+    EXPECT_FALSE(mnuFileExit_Click());
+    EXPECT_TRUE(s.ExitCancelled);
+    EXPECT_EQ(m_ui.texts(), QStringList { saveOnExit });
+    EXPECT_EQ(m_ui.messages[0].buttons, MsgButtons::YesNoCancel);
+
+    m_ui.clear();
+    m_ui.answers = { MsgAnswer::Cancel };
+    EXPECT_FALSE(mnuFileClose_Click());
+    EXPECT_EQ(m_ui.texts(), QStringList { saveOnClose });
+    EXPECT_TRUE(s.DocumentOpen);
+    EXPECT_EQ(database::rowCount(QStringLiteral("Treatments")), 11);
+
+    m_ui.clear();
+    m_ui.answers = { MsgAnswer::No };
+    const QByteArray before = contentsOf(maizeFile());
+    EXPECT_TRUE(mnuFileExit_Click());
+    EXPECT_FALSE(s.ExitCancelled);
+    EXPECT_EQ(contentsOf(maizeFile()), before);
+
+    // Yes on Close writes the file (with the window's title) and closes.
+    m_ui.clear();
+    m_ui.answers = { MsgAnswer::Yes };
+    m_host.window->details.ENAME = QStringLiteral("WRITTEN ON CLOSE");
+    EXPECT_TRUE(mnuFileClose_Click());
+    EXPECT_TRUE(contentsOf(maizeFile()).startsWith("*EXP.DETAILS: QLNV2101MZ WRITTEN ON CLOSE"));
+    EXPECT_FALSE(s.DocumentOpen);
+    EXPECT_EQ(m_host.menu, MenuState::Empty);
+    EXPECT_EQ(database::rowCount(QStringLiteral("Treatments")), 0);
+    EXPECT_EQ(database::rowCount(QStringLiteral("ICSoil")), 0);
+    EXPECT_FALSE(s.IsExperimental);
+    EXPECT_TRUE(mnuFileExit_Click());
+}
+
+TEST_F(DocumentCommandsTest, RefreshRebuildsTheDatabaseAndReopens)
+{
+    open(maizeFile());
+    AppState& s = state();
+    database::exec(QStringLiteral("DELETE FROM CropLookup WHERE CODE = 'WH'"));
+    const int crops = database::rowCount(QStringLiteral("CropLookup"));
+
+    // An unchanged document: no question, the database is built anew from
+    // the suite and the file opened again without its dialog.
+    mnuRefresh_Click();
+    EXPECT_TRUE(m_ui.messages.empty()) << m_ui.texts().join(QLatin1Char('\n')).toStdString();
+    EXPECT_TRUE(m_ui.fileDialogs.isEmpty());
+    EXPECT_EQ(database::rowCount(QStringLiteral("CropLookup")), crops + 1);
+    EXPECT_EQ(s.ExpFilePath, maizeFile());
+    EXPECT_TRUE(s.DocumentOpen);
+    EXPECT_FALSE(s.ReopenFlag);
+    EXPECT_EQ(database::rowCount(QStringLiteral("Treatments")), 11);
+    EXPECT_EQ(m_host.menu, MenuState::DocumentOpen);
+}
+
+TEST_F(DocumentCommandsTest, RefreshOfANewDocument)
+{
+    mnuFileNew_Click();
+    AppState& s = state();
+    ASSERT_TRUE(s.IsNewFile);
+    s.FileSaved = false;
+    database::exec(QStringLiteral("DELETE FROM CropLookup WHERE CODE = 'WH'"));
+    const int crops = database::rowCount(QStringLiteral("CropLookup"));
+
+    // After New the refresh asks with frmSaveFile; Cancel changes nothing.
+    m_host.saveFileAnswer = 3;
+    mnuRefresh_Click();
+    EXPECT_EQ(m_host.calls.filter(QStringLiteral("frmSaveFile")).size(), 1);
+    EXPECT_EQ(s.RefreshAnswer, 3);
+    EXPECT_TRUE(s.DocumentOpen);
+    EXPECT_TRUE(QFile::exists(s.WorkDBPath));
+    EXPECT_EQ(database::rowCount(QStringLiteral("CropLookup")), crops);
+    EXPECT_FALSE(s.SaveQuestionPending);
+
+    // A document never saved and unchanged ends in New, not Open.
+    s.FileSaved = true;
+    m_host.calls.clear();
+    mnuRefresh_Click();
+    EXPECT_TRUE(m_ui.fileDialogs.isEmpty());
+    EXPECT_TRUE(s.IsNewFile);
+    EXPECT_TRUE(s.DocumentOpen);
+    EXPECT_EQ(database::rowCount(QStringLiteral("CropLookup")), crops + 1);
+    EXPECT_EQ(m_host.calls.filter(QStringLiteral("identification")).size(), 1);
+}
+
+} // namespace
+} // namespace quillon::test
