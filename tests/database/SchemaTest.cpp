@@ -236,3 +236,28 @@ TEST_F(Schema, FailureWhileBuildingEndsTheProgramWithItsStage)
     ASSERT_EQ(m_ui.messages.size(), 1u);
     EXPECT_TRUE(m_ui.messages[0].text.endsWith(QStringLiteral(" in CreateDataBaseX(2)")));
 }
+
+TEST_F(Schema, ScratchTablesRemadeOrEmptiedInPlace)
+{
+    const QString create = QStringLiteral("Create Table [Years] (LNFLD Integer, Year Integer)");
+    remakeTable(QStringLiteral("Years"), create);
+    exec(QStringLiteral("INSERT INTO Years VALUES (1, 2001)"));
+    const int version = scalar(QStringLiteral("PRAGMA schema_version")).toInt();
+    remakeTable(QStringLiteral("YEARS"), create);
+    EXPECT_EQ(rowCount(QStringLiteral("Years")), 0);
+    EXPECT_EQ(scalar(QStringLiteral("PRAGMA schema_version")).toInt(), version); // emptied, not remade
+
+    // Another definition makes it anew.
+    remakeTable(QStringLiteral("Years"), QStringLiteral("CREATE TABLE [Years] (LNFLD Integer, Year Integer, Extra Text)"));
+    EXPECT_EQ(rowsOf(QStringLiteral("SELECT name FROM pragma_table_info('Years')")).size(), 3);
+
+    // A relation whose table was remade gets its triggers back when it is
+    // made again.
+    createRelation({ QStringLiteral("SoilIC"), QStringLiteral("Fields"), QStringLiteral("SLNO"),
+        QStringLiteral("ICSoil"), QStringLiteral("SLNO") });
+    deleteRelation(QStringLiteral("SoilIC"));
+    remakeTable(QStringLiteral("ICSoil"), QStringLiteral("CREATE TABLE ICSoil (SLNO TEXT COLLATE NOCASE)"));
+    createRelation({ QStringLiteral("SoilIC"), QStringLiteral("Fields"), QStringLiteral("SLNO"),
+        QStringLiteral("ICSoil"), QStringLiteral("SLNO") });
+    EXPECT_EQ(tryExec(QStringLiteral("INSERT INTO ICSoil VALUES ('NOSUCH')")).number(), err::RelatedRecordRequired);
+}
