@@ -2,10 +2,19 @@
 
 #include "app/AppState.h"
 #include "app/LocaleSettings.h"
+#include "app/RuntimeError.h"
 #include "app/StartUp.h"
 #include "app/UserInterface.h"
+#include "app/gui/frmExpidentify.h"
+#include "app/gui/frmSaveFile.h"
+#include "app/gui/frmStartRefresh.h"
+#include "app/gui/frmStart_New.h"
+#include "format/WriteFile.h"
+#include "print/gui/frmView.h"
+#include "validation/ExperimentDebugger.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>
 #include <QMdiArea>
@@ -21,11 +30,11 @@ constexpr float DesignWidth = 9600;
 constexpr float DesignHeight = 7200;
 constexpr float UnitsPerPixel = 15;
 
-const char* const fileEntries[] = { "mnuFileClose", "mnuFileSave", "mnuFileSaveAs", "mnuFilePrintPreview", "mnuPrint" };
-const char* const documentEntries[] = { "mnuEditField", "mnuEditSoil", "mnuEditInitCond", "mnuEditPlanting",
-    "mnuEditIrrigation", "mnuEditFertilizer", "mnuEditResidue", "mnuEditTillage", "mnuEditEnvMod", "mnuHarvest",
-    "mnuEditChemicalApp", "mnuEditCultivar", "mnuViewTreatments", "EditSimOptGeneral", "mnuEnvironEdit",
-    "mnuManageEdit", "mnuRefresh", "mnuRefresh2" };
+// The preview and the printout are the text Save would write.
+bool writeForView(const QString& path)
+{
+    return format::writeFile(path);
+}
 
 } // namespace
 
@@ -39,9 +48,16 @@ frmMain::frmMain(QWidget* parent)
     setCentralWidget(m_mdi);
     buildMenus();
     resize(960, 720);
+    setDocumentHost(this);
 }
 
-QAction* frmMain::addEntry(QMenu* menu, const char* name, const QString& caption, const QKeySequence& key)
+frmMain::~frmMain()
+{
+    setDocumentHost(nullptr);
+}
+
+QAction* frmMain::addEntry(
+    QMenu* menu, const char* name, const QString& caption, const QKeySequence& key)
 {
     auto* action = menu->addAction(caption);
     action->setObjectName(QLatin1String(name));
@@ -67,8 +83,7 @@ void frmMain::buildMenus()
     file->addSeparator();
     addEntry(file, "mnuRefresh2", tr("&Refresh Database"));
     file->addSeparator();
-    QAction* exit = addEntry(file, "mnuFileExit", tr("E&xit"));
-    connect(exit, &QAction::triggered, this, &QWidget::close);
+    addEntry(file, "mnuFileExit", tr("E&xit"));
 
     QMenu* edit = menuBar()->addMenu(tr("&Edit"));
     edit->setObjectName(QStringLiteral("mnuEdit"));
@@ -92,6 +107,7 @@ void frmMain::buildMenus()
     addEntry(view, "mnuEnvironEdit", tr("Simulation &Environment"));
     addEntry(view, "mnuManageEdit", tr("Simulation &Management"));
     view->addSeparator();
+    addEntry(view, "mnuViewCheck", tr("&Check Experiment"));
     addEntry(view, "mnuViewBugs", tr("&Debug"));
     addEntry(view, "mnuErrors", tr("&Errors"));
 
@@ -99,10 +115,40 @@ void frmMain::buildMenus()
     refresh->setObjectName(QStringLiteral("mnuRefresh"));
     m_actions[QStringLiteral("mnuRefresh")] = refresh;
 
-    for (auto& [name, action] : m_actions) {
-        if (name != QLatin1String("mnuFileExit"))
-            connect(action, &QAction::triggered, this, [this, a = action] { notAvailable(a->text()); });
+    connectEntry("mnuFileNew", mnuFileNew_Click);
+    connectEntry("mnuFileOpen", mnuFileOpen_Click);
+    connectEntry("mnuFileClose", [] { mnuFileClose_Click(); });
+    connectEntry("mnuFileSave", mnuFileSave_Click);
+    connectEntry("mnuFileSaveAs", mnuFileSaveAs_Click);
+    connectEntry("mnuFilePrintPreview", [this] { mnuFilePrintPreview_Click(); });
+    connectEntry("mnuPrint", [this] { mnuPrint_Click(); });
+    connectEntry("mnuRefresh", mnuRefresh_Click);
+    connectEntry("mnuRefresh2", mnuRefresh_Click);
+    connectEntry("mnuViewCheck", [this] { mnuViewCheck_Click(); });
+    connect(menuAction(QStringLiteral("mnuFileExit")), &QAction::triggered, this, &QWidget::close);
+
+    // The editors are not part of this version: their entries say so.
+    for (const char* name :
+        { "mnuEditCultivar", "mnuEditField", "mnuEditSoil", "mnuEditInitCond", "mnuEditPlanting",
+            "mnuEditIrrigation", "mnuEditFertilizer", "mnuEditResidue", "mnuEditChemicalApp",
+            "mnuEditTillage", "mnuEditEnvMod", "mnuHarvest", "mnuViewTreatments",
+            "EditSimOptGeneral", "mnuEnvironEdit", "mnuManageEdit", "mnuViewBugs", "mnuErrors" }) {
+        QAction* action = menuAction(QLatin1String(name));
+        connect(
+            action, &QAction::triggered, this, [this, action] { notAvailable(action->text()); });
     }
+}
+
+void frmMain::connectEntry(const char* name, std::function<void()> command)
+{
+    connect(
+        menuAction(QLatin1String(name)), &QAction::triggered, this, [command = std::move(command)] {
+            try {
+                command();
+            } catch (const RuntimeError& e) {
+                reportError(e.text(), QStringLiteral(" in frmMain."));
+            }
+        });
 }
 
 void frmMain::notAvailable(const QString& command)
@@ -121,16 +167,20 @@ QAction* frmMain::menuAction(const QString& name) const
 
 void frmMain::setMenuState(MenuState menuState)
 {
-    const bool open = menuState == MenuState::DocumentOpen;
-    menuAction(QStringLiteral("mnuFileNew"))->setEnabled(!open);
-    menuAction(QStringLiteral("mnuFileOpen"))->setEnabled(!open);
-    menuAction(QStringLiteral("mnuFileExit"))->setEnabled(true);
-    for (const char* name : fileEntries)
-        menuAction(QLatin1String(name))->setEnabled(open);
-    for (const char* name : documentEntries)
-        menuAction(QLatin1String(name))->setEnabled(open);
-    menuAction(QStringLiteral("mnuViewBugs"))->setEnabled(false);
-    menuAction(QStringLiteral("mnuErrors"))->setEnabled(false);
+    for (const MenuEntryState& entry : menuTable())
+        setEntryEnabled(QLatin1String(entry.name), entryEnabledIn(entry, menuState));
+}
+
+void frmMain::setEntryEnabled(const QString& name, bool enabled)
+{
+    if (QAction* action = menuAction(name))
+        action->setEnabled(enabled);
+}
+
+bool frmMain::isEntryEnabled(const QString& name) const
+{
+    const QAction* action = menuAction(name);
+    return action && action->isEnabled();
 }
 
 void frmMain::LoadNewDoc()
@@ -156,15 +206,174 @@ void frmMain::Form_Load()
     setWindowTitle(versionText());
     s.FileTypeLabel = QStringLiteral("(experimental)");
     s.FileSaved = true;
+    s.RefreshStarted = false;
+    // The empty state comes first, so that a new file started from the
+    // command line keeps the menus of an open document.
     if (!s.OpenFromCommand) {
         setMenuState(MenuState::Empty);
         LoadNewDoc();
     }
+    try {
+        startFromCommandLine();
+    } catch (const RuntimeError& e) {
+        reportError(e.text(), QStringLiteral(" in Form_Load/frmMain."));
+    }
+}
+
+void frmMain::showIdentification()
+{
+    if (!m_identification) {
+        auto* window = new frmExpidentify;
+        m_identification = window;
+        m_identificationChild = m_mdi->addSubWindow(window);
+        m_identificationChild->setAttribute(Qt::WA_DeleteOnClose);
+        m_identificationChild->setWindowIcon(QIcon());
+        connect(window, &frmExpidentify::fileNameChanged, this, [this](const QString& path) {
+            for (QMdiSubWindow* child : m_mdi->subWindowList()) {
+                if (child != m_identificationChild
+                    && child->objectName() != QLatin1String("frmDocument"))
+                    child->setWindowTitle(captionWithFile(child->windowTitle(), path));
+            }
+        });
+    }
+    m_identification->Form_Load();
+    m_identificationChild->showNormal();
+    m_identificationChild->resize(m_identificationChild->sizeHint().expandedTo(QSize(640, 0)));
+    m_mdi->setActiveSubWindow(m_identificationChild);
+}
+
+frmExpidentify* frmMain::identificationWindow() const { return m_identification.data(); }
+
+std::optional<Identification> frmMain::identification() const
+{
+    if (!m_identification)
+        return std::nullopt;
+    Identification id;
+    id.details = m_identification->experimentDetails();
+    id.cropCode = m_identification->cropCode();
+    id.type = m_identification->fileType();
+    id.plot = m_identification->plotDetails();
+    id.general = m_identification->generalDetails();
+    return id;
+}
+
+QString frmMain::closeEditors()
+{
+    // No factor editor is part of this version, so none is ever open. The
+    // identification window stays: Save and Close read it.
+    return QString();
+}
+
+void frmMain::reopenEditor(const QString& name)
+{
+    Q_UNUSED(name) // the factor editors are not part of this version
+    if (!m_identification) {
+        showIdentification();
+        return;
+    }
+    m_mdi->setActiveSubWindow(m_identificationChild);
+}
+
+void frmMain::unloadAllWindows()
+{
+    // The preview goes too; the background document is only the main
+    // window's backdrop and stays.
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->objectName() == QLatin1String("frmView") && window->isVisible())
+            window->close();
+    }
+    const QList<QMdiSubWindow*> children = m_mdi->subWindowList(QMdiArea::CreationOrder);
+    for (auto it = children.rbegin(); it != children.rend(); ++it) {
+        QMdiSubWindow* child = *it;
+        if (child->objectName() == QLatin1String("frmDocument"))
+            continue;
+        if (child == m_identificationChild && m_identification)
+            m_identification->Form_Unload();
+        child->hide();
+        child->deleteLater();
+    }
+    m_identification = nullptr;
+    m_identificationChild = nullptr;
+}
+
+void frmMain::rebuildCaptions(const QString& path)
+{
+    for (QMdiSubWindow* child : m_mdi->subWindowList()) {
+        if (child->objectName() == QLatin1String("frmDocument"))
+            continue;
+        QWidget* window = child->widget();
+        window->setWindowTitle(captionWithFile(window->windowTitle(), path));
+    }
+}
+
+void frmMain::showStartNew()
+{
+    frmStart_New dialog(this);
+    dialog.exec();
+}
+
+DocumentHost::RefreshNotice frmMain::showStartRefresh()
+{
+    frmStartRefresh dialog(this);
+    dialog.exec();
+    return { dialog.refreshGoOn(), dialog.saveQuestionPending() };
+}
+
+int frmMain::showSaveFile()
+{
+    frmSaveFile dialog(this);
+    dialog.exec();
+    return dialog.answer();
+}
+
+void frmMain::setBusy(bool busy)
+{
+    if (busy) {
+        ++m_busy;
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    } else if (m_busy > 0) {
+        --m_busy;
+        // A message box may have taken the pointer back already.
+        if (QApplication::overrideCursor())
+            QApplication::restoreOverrideCursor();
+    }
+}
+
+void frmMain::mnuFilePrintPreview_Click()
+{
+    ShowFileView(this, writeForView, viewIdentityFrom(m_identification));
+}
+
+void frmMain::mnuPrint_Click()
+{
+    printFileView(this, writeForView, viewIdentityFrom(m_identification));
+}
+
+void frmMain::mnuViewCheck_Click()
+{
+    const validation::DebugResult result = validation::DebugFile();
+    if (result.outcome == validation::DebugResult::Outcome::Findings && result.errorsFileWritten)
+        showErrors(this, result.errorsFilePath);
 }
 
 void frmMain::closeEvent(QCloseEvent* event)
 {
+    if (!m_closing && state().DocumentOpen) {
+        m_closing = true;
+        const bool end = mnuFileExit_Click();
+        m_closing = false;
+        if (!end) {
+            event->ignore();
+            reopenEditor(QString());
+            return;
+        }
+    }
     restoreLocaleSettings();
+    // The preview and other windows of the program end with it.
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window != this && window->isVisible())
+            window->close();
+    }
     event->accept();
 }
 

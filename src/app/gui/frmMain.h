@@ -1,46 +1,84 @@
 #pragma once
 
-#include <QMainWindow>
+#include "app/DocumentCommands.h"
 
+#include <QMainWindow>
+#include <QPointer>
+
+#include <functional>
 #include <map>
 
 class QAction;
 class QMdiArea;
+class QMdiSubWindow;
 
 namespace quillon {
 
-// The main window: an MDI frame with the menu bar. Editors open as child
-// windows inside it.
-class frmMain final : public QMainWindow {
+class frmExpidentify;
+
+// The main window: an MDI frame with the menu bar. The identification window
+// and the editors open as child windows inside it. It is the host of the
+// document commands: they set its menus and open and close its windows.
+class frmMain final : public QMainWindow, public DocumentHost {
     Q_OBJECT
 public:
-    // The menu states of the document's life.
-    enum class MenuState { Empty, Opening, DocumentOpen };
+    using MenuState = quillon::MenuState;
 
     explicit frmMain(QWidget* parent = nullptr);
+    ~frmMain() override;
 
     // Runs the start of the window's life: caption, scaling factors, the
-    // command-line start, the empty state and the background document.
+    // empty state and the background document, and the command-line start.
     void Form_Load();
 
-    void setMenuState(MenuState state);
     QAction* menuAction(const QString& name) const;
     QMdiArea* mdiArea() const { return m_mdi; }
+    // The identification window while a document is open.
+    frmExpidentify* identificationWindow() const;
 
     // Creates the empty background child window "Document N".
     void LoadNewDoc();
 
+    // Print Preview, Print and the checker's entry.
+    void mnuFilePrintPreview_Click();
+    void mnuPrint_Click();
+    void mnuViewCheck_Click();
+
+    // DocumentHost
+    void setMenuState(MenuState state) override;
+    void setEntryEnabled(const QString& name, bool enabled) override;
+    bool isEntryEnabled(const QString& name) const override;
+    void showIdentification() override;
+    std::optional<Identification> identification() const override;
+    QString closeEditors() override;
+    void reopenEditor(const QString& name) override;
+    void unloadAllWindows() override;
+    void rebuildCaptions(const QString& path) override;
+    void showStartNew() override;
+    RefreshNotice showStartRefresh() override;
+    int showSaveFile() override;
+    void setBusy(bool busy) override;
+
 protected:
+    // Closing the main window asks as Exit does while a document is open;
+    // Cancel keeps the window and shows the identification again.
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    QAction* addEntry(QMenu* menu, const char* name, const QString& caption, const QKeySequence& key = {});
+    QAction* addEntry(
+        QMenu* menu, const char* name, const QString& caption, const QKeySequence& key = {});
     void buildMenus();
+    void connectEntry(const char* name, std::function<void()> command);
     void notAvailable(const QString& command);
 
     QMdiArea* m_mdi;
     std::map<QString, QAction*> m_actions;
     int m_documentCount = 0;
+    QPointer<frmExpidentify> m_identification;
+    QPointer<QMdiSubWindow> m_identificationChild;
+    // A close of the main window is being decided: a second one waits.
+    bool m_closing = false;
+    int m_busy = 0;
 };
 
 } // namespace quillon
