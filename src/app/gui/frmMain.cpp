@@ -169,6 +169,8 @@ void frmMain::setMenuState(MenuState menuState)
 {
     for (const MenuEntryState& entry : menuTable())
         setEntryEnabled(QLatin1String(entry.name), entryEnabledIn(entry, menuState));
+    if (menuState == MenuState::Empty)
+        showBackground(true);
 }
 
 void frmMain::setEntryEnabled(const QString& name, bool enabled)
@@ -220,8 +222,24 @@ void frmMain::Form_Load()
     }
 }
 
+void frmMain::showBackground(bool visible)
+{
+    for (QMdiSubWindow* child : m_mdi->subWindowList()) {
+        if (child->objectName() != QLatin1String("frmDocument"))
+            continue;
+        if (visible) {
+            child->showMaximized();
+        } else {
+            // A maximized child would maximize every window opened over it.
+            child->showNormal();
+            child->hide();
+        }
+    }
+}
+
 void frmMain::showIdentification()
 {
+    showBackground(false);
     if (!m_identification) {
         auto* window = new frmExpidentify;
         m_identification = window;
@@ -242,7 +260,10 @@ void frmMain::showIdentification()
     m_mdi->setActiveSubWindow(m_identificationChild);
 }
 
-frmExpidentify* frmMain::identificationWindow() const { return m_identification.data(); }
+frmExpidentify* frmMain::identificationWindow() const
+{
+    return m_identification.data();
+}
 
 std::optional<Identification> frmMain::identification() const
 {

@@ -70,6 +70,8 @@ private:
     void buildMenus();
     void connectEntry(const char* name, std::function<void()> command);
     void notAvailable(const QString& command);
+    // The background document fills the frame while no document is open.
+    void showBackground(bool visible);
 
     QMdiArea* m_mdi;
     std::map<QString, QAction*> m_actions;
