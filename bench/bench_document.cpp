@@ -1,0 +1,179 @@
+// Times the document commands on the sample maize experiment, the way the
+// main window runs them, with a headless host standing in for the windows
+// (it loads the identification values and the crop list as the
+// identification window does when it is shown):
+//   - File Open with the working database already built,
+//   - File Open with the working database missing, so that every lookup is
+//     rebuilt from the sample suite,
+//   - File Save: write, empty the database, read the file back.
+// Run a Release build; the figures are printed in milliseconds.
+
+#include "app/AppState.h"
+#include "app/DocumentCommands.h"
+#include "app/UserInterface.h"
+#include "database/WorkDatabase.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QDirIterator>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <cstdio>
+#include <stdexcept>
+#include <vector>
+
+using namespace quillon;
+
+namespace {
+
+class BenchUserInterface final : public UserInterface {
+public:
+    QString openAnswer;
+    int messages = 0;
+    MsgAnswer message(const QString& text, const QString& title, MsgIcon, MsgButtons) override
+    {
+        ++messages;
+        std::printf("message [%s]: %s\n", qPrintable(title), qPrintable(text));
+        return MsgAnswer::OK;
+    }
+    QString openFileName(const QString&, const QString&, const QString&) override
+    {
+        return openAnswer;
+    }
+    QString saveFileName(const QString&, const QString&, const QString&) override { return {}; }
+    PrintChoice choosePrinter() override { return {}; }
+    void progress(int) override { }
+    void endProgram() override { throw std::runtime_error("the program would end here"); }
+};
+
+// The windows without a screen: the identification is loaded as the real
+// window loads it, so that its cost is part of the figure.
+class HeadlessHost final : public DocumentHost {
+public:
+    void setMenuState(MenuState) override { }
+    void setEntryEnabled(const QString&, bool) override { }
+    bool isEntryEnabled(const QString&) const override { return true; }
+    void showIdentification() override
+    {
+        crops = cropList().size();
+        Identification id;
+        id.details = loadExperimentDetails();
+        id.type = fileTypeOf(state());
+        id.cropCode = id.details.CODE;
+        id.plot = loadPlotDetails();
+        id.general = loadGeneralDetails();
+        window = id;
+    }
+    std::optional<Identification> identification() const override { return window; }
+    QString closeEditors() override { return {}; }
+    void reopenEditor(const QString&) override
+    {
+        if (!window)
+            showIdentification();
+    }
+    void unloadAllWindows() override { window.reset(); }
+    void rebuildCaptions(const QString&) override { }
+    void showStartNew() override { }
+    RefreshNotice showStartRefresh() override { return { true, false }; }
+    int showSaveFile() override { return 1; }
+    void setBusy(bool) override { }
+
+    std::optional<Identification> window;
+    size_t crops = 0;
+};
+
+void copyFolder(const QString& from, const QString& to)
+{
+    const QDir source(from);
+    QDirIterator it(from, QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString file = it.next();
+        const QString target = QDir(to).filePath(source.relativeFilePath(file));
+        QDir().mkpath(QFileInfo(target).path());
+        if (!QFile::copy(file, target))
+            throw std::runtime_error("can't copy " + file.toStdString());
+    }
+}
+
+struct Figures {
+    double median = 0;
+    double worst = 0;
+};
+
+template <typename Step, typename Between> Figures timeRuns(int runs, Step step, Between between)
+{
+    std::vector<double> times;
+    for (int i = 0; i < runs; ++i) {
+        between();
+        QElapsedTimer timer;
+        timer.start();
+        step();
+        times.push_back(timer.nsecsElapsed() / 1e6);
+    }
+    std::sort(times.begin(), times.end());
+    return { times[times.size() / 2], times.back() };
+}
+
+void print(const char* what, const Figures& f, double target)
+{
+    std::printf("%-48s median %7.1f ms  worst %7.1f ms  (target %4.0f ms) %s\n", what, f.median,
+        f.worst, target, f.median < target ? "ok" : "OVER");
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    BenchUserInterface bench;
+    setUserInterface(&bench);
+    HeadlessHost host;
+    setDocumentHost(&host);
+
+    QTemporaryDir dir;
+    const QString suite = dir.filePath(QStringLiteral("TERVA48"));
+    const QString program = dir.filePath(QStringLiteral("program"));
+    copyFolder(QStringLiteral(QUILLON_SAMPLE_SUITE_DIR), suite);
+    QDir().mkpath(program);
+    const QDir tools(suite + QStringLiteral("/TOOLS/Quillon"));
+    for (const QString& def : tools.entryList({ QStringLiteral("*.def") }, QDir::Files))
+        QFile::copy(tools.filePath(def), QDir(program).filePath(def));
+
+    AppState& s = state();
+    s.AppFolder = QDir::toNativeSeparators(program) + QDir::separator();
+    s.DataFolder = QDir::toNativeSeparators(suite);
+    s.WorkDBPath = s.AppFolder + QStringLiteral("QUILLONTEMP2.mdb");
+    bench.openAnswer = QDir::toNativeSeparators(suite + QStringLiteral("/Maize/QLNV2101.MZX"));
+    const int runs = argc > 1 ? std::max(1, atoi(argv[1])) : 15;
+
+    auto close = [] {
+        if (state().DocumentOpen)
+            mnuFileClose_Click();
+    };
+    try {
+        // The first open builds the working database.
+        mnuFileOpen_Click();
+        print("Open, working database built", timeRuns(runs, mnuFileOpen_Click, close), 100);
+        print("Open, working database missing",
+            timeRuns(runs, mnuFileOpen_Click,
+                [&] {
+                    close();
+                    database::closeWorkDB();
+                    QFile::remove(state().WorkDBPath);
+                }),
+            1000);
+        close();
+        mnuFileOpen_Click();
+        print("Save (write, read back, reopen)", timeRuns(runs, mnuFileSave_Click, [] {}), 150);
+    } catch (const std::exception& e) {
+        std::printf("stopped: %s\n", e.what());
+        return 1;
+    }
+    std::printf("%zu crops offered, %d messages\n", host.crops, bench.messages);
+    database::closeWorkDB();
+    return bench.messages == 0 ? 0 : 1;
+}
