@@ -105,7 +105,7 @@ TEST_F(DamagedInput, BytesOfTheCodePageSurviveWhereTheColumnIsKept)
                              "\r\n"
                              "*GENERAL\r\n"
                              "@PEOPLE\r\n"
-                             "M\xFCller J., \xD1u\xF1ez A.\r\n"
+                             "M\xFCller J., \xD1u\xF1" "ez A.\r\n"
                              "@NOTES\r\n"
                              " Costs in \x80, odd bytes \x81\x9D kept\r\n"
                              "\r\n"
@@ -115,7 +115,7 @@ TEST_F(DamagedInput, BytesOfTheCodePageSurviveWhereTheColumnIsKept)
                              "! a comment with \xA7 and \xFF\r\n";
     const QByteArray written = open(input);
     for (const QByteArray& line : { QByteArray("*EXP.DETAILS: QLNV2101MZ MA\xCFS D'\xC9T\xC9\r\n"),
-             QByteArray("\r\nM\xFCller J., \xD1u\xF1ez A.\r\n"),
+             QByteArray("\r\nM\xFCller J., \xD1u\xF1" "ez A.\r\n"),
              QByteArray("\r\n Costs in \x80, odd bytes \x81\x9D kept\r\n"),
              QByteArray("\r\n 1 MZ QL0003 Cr\xE8me br\xFBl\xE9\r\n"),
              QByteArray("\r\n! a comment with \xA7 and \xFF\r\n") })
