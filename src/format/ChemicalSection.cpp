@@ -98,6 +98,7 @@ void writeChemicalsSection(FileWriter& w)
     w.line(QStringLiteral("*CHEMICAL APPLICATIONS"));
     w.line(QStringLiteral("@C CDATE CHCOD CHAMT  CHME CHDEP   CHT..CHNAME"));
     QSqlQuery q = database::select(QStringLiteral("SELECT * FROM Chemicals ORDER BY LNCHE, rowid"));
+    events::LevelNameLookup names(validation::Find_CHNAME);
     while (q.next()) {
         const QVariant level = q.value(QStringLiteral("LNCHE"));
         w.line(levelColumn(level) + rightJustified(textOr99(q.value(QStringLiteral("CDate"))), 5)
@@ -106,7 +107,7 @@ void writeChemicalsSection(FileWriter& w)
             + rightJustified(textOr99(q.value(QStringLiteral("CHMET"))), 6)
             + rightJustified(depthText(q.value(QStringLiteral("CHDEP"))), 6)
             + rightJustified(textOr99(q.value(QStringLiteral("CHT"))), 6) + QStringLiteral("  ")
-            + validation::Find_CHNAME(level));
+            + names(level));
     }
     // The first-character test looks at the residue comments rather than the
     // chemical ones: that is how this block has always been decided, and it
@@ -124,12 +125,13 @@ void writeTillageSection(FileWriter& w)
     w.line(QStringLiteral("*TILLAGE AND ROTATIONS"));
     w.line(QStringLiteral("@T TDATE TIMPL  TDEP TNAME"));
     QSqlQuery q = database::select(QStringLiteral("SELECT * FROM Tillage ORDER BY LNTIL, rowid"));
+    events::LevelNameLookup names(validation::Find_TillNAME);
     while (q.next()) {
         const QVariant level = q.value(QStringLiteral("LNTIL"));
         w.line(levelColumn(level) + rightJustified(textOr99(q.value(QStringLiteral("TDATE"))), 5)
             + rightJustified(textOr99(q.value(QStringLiteral("TIMPL"))), 6)
             + rightJustified(roundedOr99(q.value(QStringLiteral("TDEP")), 0), 6) + QLatin1Char(' ')
-            + validation::Find_TillNAME(level));
+            + names(level));
     }
     w.comments(state().comments.CommentsTillage);
 }

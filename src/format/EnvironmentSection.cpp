@@ -168,12 +168,13 @@ void writeEnvironmentSection(FileWriter& w)
     w.line(QStringLiteral("*ENVIRONMENT MODIFICATIONS"));
     w.line(QStringLiteral("@E ODATE EDAY  ERAD  EMAX  ") + QStringLiteral("EMIN  ERAIN ECO2  EDEW  EWIND ENVNAME  "));
     QSqlQuery q = database::select(QStringLiteral("SELECT * FROM EnvironMod ORDER BY LNENV, rowid"));
+    events::LevelNameLookup names(validation::Find_EnvNAME);
     while (q.next()) {
         const QVariant level = q.value(QStringLiteral("LNENV"));
         QString text = levelColumn(level) + rightJustified(textOr99(q.value(QStringLiteral("WMDATE"))), 5);
         for (const Variable& v : Variables)
             text += pairText(v, q.value(QLatin1String(v.factor)), q.value(QLatin1String(v.adjustment)));
-        w.line(text + QLatin1Char(' ') + validation::Find_EnvNAME(level));
+        w.line(text + QLatin1Char(' ') + names(level));
     }
     w.comments(state().comments.CommentsEnvironment);
 }
@@ -186,6 +187,7 @@ void writeHarvestSection(FileWriter& w)
     w.line(QStringLiteral("*HARVEST DETAILS"));
     w.line(QStringLiteral("@H HDATE  HSTG  HCOM HSIZE   HPC  HBPC HNAME"));
     QSqlQuery q = database::select(QStringLiteral("SELECT * FROM Harvest ORDER BY LNHAR, rowid"));
+    events::LevelNameLookup names(validation::Find_HarNAME);
     while (q.next()) {
         const QVariant level = q.value(QStringLiteral("LNHAR"));
         w.line(levelColumn(level) + rightJustified(textOr99(q.value(QStringLiteral("HDATE"))), 5)
@@ -194,7 +196,7 @@ void writeHarvestSection(FileWriter& w)
             + rightJustified(textOr99(q.value(QStringLiteral("HSIZ"))), 6)
             + rightJustified(maskOr99(q.value(QStringLiteral("HPC")), QStringLiteral("#0.0")), 6)
             + rightJustified(maskOr99(q.value(QStringLiteral("HBPC")), QStringLiteral("#0.0")), 6) + QLatin1Char(' ')
-            + validation::Find_HarNAME(level));
+            + names(level));
     }
     w.comments(state().comments.CommentsHarvest);
 }

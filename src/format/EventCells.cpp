@@ -105,6 +105,19 @@ bool isMissing(const QVariant& value)
     return value.isNull() || !value.isValid() || trimSpaces(value.toString()).isEmpty();
 }
 
+QString LevelNameLookup::operator()(const QVariant& level)
+{
+    bool number = false;
+    level.toLongLong(&number);
+    if (!number || level.isNull())
+        return m_find(level);
+    if (m_level.isNull() || m_level != level) {
+        m_name = m_find(level);
+        m_level = level;
+    }
+    return m_name;
+}
+
 QString textOr99(const QVariant& value)
 {
     return isMissing(value) ? QStringLiteral("-99") : trimSpaces(value.toString());

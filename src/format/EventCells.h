@@ -76,4 +76,23 @@ QString roundedText(const QVariant& value, int digits);
 // roundedText, "-99" when missing.
 QString roundedOr99(const QVariant& value, int digits);
 
+// The level names the writer puts behind each event row, looked up through
+// one of the Find_…NAME routines. The rows come ordered by level, so the
+// name is looked up once a level instead of once a row (a query each). A
+// level that is no number is looked up every time, so that the lookup's
+// error shows as often as it would.
+class LevelNameLookup {
+public:
+    explicit LevelNameLookup(QString (*find)(const QVariant&))
+        : m_find(find)
+    {
+    }
+    QString operator()(const QVariant& level);
+
+private:
+    QString (*m_find)(const QVariant&);
+    QVariant m_level;
+    QString m_name;
+};
+
 } // namespace quillon::format::events

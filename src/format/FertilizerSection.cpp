@@ -100,6 +100,7 @@ void writeFertilizersSection(FileWriter& w)
     w.line(QStringLiteral("*FERTILIZERS (INORGANIC)"));
     w.line(QStringLiteral("@F FDATE  FMCD  FACD  FDEP  FAMN  FAMP  FAMK  FAMC  FAMO  FOCD FERNAME"));
     QSqlQuery q = database::select(QStringLiteral("SELECT * FROM Fertilization ORDER BY LNFER, rowid"));
+    events::LevelNameLookup names(validation::Find_FERNAME);
     while (q.next()) {
         const QVariant level = q.value(QStringLiteral("LNFER"));
         QString text = levelColumn(level) + rightJustified(textOr99(q.value(QStringLiteral("FDAY"))), 5)
@@ -108,7 +109,7 @@ void writeFertilizersSection(FileWriter& w)
         for (const char* amount : { "DFERT", "ANFER", "APFER", "AKFER", "ACFER", "AOFER" })
             text += rightJustified(roundedOr99(q.value(QLatin1String(amount)), 0), 6);
         text += rightJustified(textOr99(q.value(QStringLiteral("FOCOD"))), 6);
-        w.line(text + QLatin1Char(' ') + validation::Find_FERNAME(level));
+        w.line(text + QLatin1Char(' ') + names(level));
     }
     w.comments(state().comments.CommentsFertilizer);
 }
@@ -121,6 +122,7 @@ void writeResiduesSection(FileWriter& w)
     w.line(QStringLiteral("*RESIDUES AND ORGANIC FERTILIZER"));
     w.line(QStringLiteral("@R RDATE  RCOD  RAMT  RESN  RESP  RESK  RINP  RDEP  RMET RENAME"));
     QSqlQuery q = database::select(QStringLiteral("SELECT * FROM Residue ORDER BY LNRES, rowid"));
+    events::LevelNameLookup names(validation::Find_RESNAME);
     while (q.next()) {
         const QVariant level = q.value(QStringLiteral("LNRES"));
         w.line(levelColumn(level) + rightJustified(textOr99(q.value(QStringLiteral("RESDAY"))), 5)
@@ -132,7 +134,7 @@ void writeResiduesSection(FileWriter& w)
             + rightJustified(roundedOr99(q.value(QStringLiteral("RINP")), 0), 6)
             + rightJustified(roundedOr99(q.value(QStringLiteral("DEPRES")), 0), 6)
             + rightJustified(textOr99(q.value(QStringLiteral("RMET"))), 6) + QLatin1Char(' ')
-            + validation::Find_RESNAME(level));
+            + names(level));
     }
     w.comments(state().comments.CommentsResidue);
 }

@@ -6,6 +6,8 @@
 #include "format/NumberText.h"
 #include "format/TextLines.h"
 
+#include <QHash>
+
 #include <cmath>
 
 namespace quillon::format {
@@ -15,7 +17,7 @@ namespace {
 // The engine's refusal of text that can't become a number.
 constexpr int DataTypeConversion = 3421;
 
-const database::FieldDef* findField(const QString& table, const QString& field)
+const database::FieldDef* lookUpField(const QString& table, const QString& field)
 {
     const database::TableDef* def = database::findTable(table);
     if (!def)
@@ -25,6 +27,21 @@ const database::FieldDef* findField(const QString& table, const QString& field)
             return &f;
     }
     return nullptr;
+}
+
+// Every cell a reader stores asks for its field's type, and the schema is a
+// list searched from the top: the answers are kept, by the names as the
+// readers spell them (the schema never changes while the program runs).
+const database::FieldDef* findField(const QString& table, const QString& field)
+{
+    static QHash<QString, const database::FieldDef*> known;
+    const QString key = table + QLatin1Char('|') + field;
+    const auto it = known.constFind(key);
+    if (it != known.constEnd())
+        return *it;
+    const database::FieldDef* def = lookUpField(table, field);
+    known.insert(key, def);
+    return def;
 }
 
 QVariant wholeNumber(double number)
