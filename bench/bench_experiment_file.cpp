@@ -1,0 +1,387 @@
+// Times the experiment-file reader and writer (run a Release build; figures
+// are printed, nothing is asserted):
+//   a) the sample maize experiment opened and written, warm;
+//   b) a large generated experiment (999 treatments, 99 levels of every
+//      factor, about 20,000 event rows) read, opened and written, and the
+//      process's peak memory;
+//   c) quillon-cli view over 1,000 sample-size files in one process.
+//
+//   bench_experiment_file [--keep DIR] [a] [b] [c]
+// --keep leaves the generated files in DIR; naming parts runs only those.
+
+#include "app/AppState.h"
+#include "app/OpenExperiment.h"
+#include "app/UserInterface.h"
+#include "database/WorkDatabase.h"
+#include "format/Columns.h"
+#include "format/Cp1252.h"
+#include "format/FileWriter.h"
+#include "format/ReadFile.h"
+#include "format/TextLines.h"
+#include "format/WriteFile.h"
+#include "validation/TableRelations.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QDirIterator>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <cstdio>
+#include <stdexcept>
+#include <vector>
+
+using namespace quillon;
+
+namespace {
+
+const QString suiteDir = QStringLiteral(QUILLON_SAMPLE_SUITE_DIR);
+
+class QuietUserInterface final : public UserInterface {
+public:
+    int messages = 0;
+    QString first;
+    MsgAnswer message(const QString& text, const QString&, MsgIcon, MsgButtons) override
+    {
+        if (messages++ == 0)
+            first = text;
+        return MsgAnswer::OK;
+    }
+    QString openFileName(const QString&, const QString&, const QString&) override { return {}; }
+    QString saveFileName(const QString&, const QString&, const QString&) override { return {}; }
+    PrintChoice choosePrinter() override { return {}; }
+    void progress(int) override { }
+    void endProgram() override { throw std::runtime_error("the program would end here"); }
+};
+
+QuietUserInterface quiet;
+
+double median(std::vector<double> v)
+{
+    std::sort(v.begin(), v.end());
+    return v.empty() ? 0 : v[v.size() / 2];
+}
+
+long peakMemoryKb()
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return -1;
+    for (const QByteArray& line : status.readAll().split('\n')) {
+        if (line.startsWith("VmHWM:"))
+            return line.mid(6).trimmed().split(' ').first().toLong();
+    }
+    return -1;
+}
+
+QByteArray contents(const QString& path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+bool writeBytes(const QString& path, const QByteArray& bytes)
+{
+    QFile f(path);
+    return f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size();
+}
+
+QByteArray writtenText(const QString& fileName)
+{
+    format::FileWriter w;
+    format::writeExperiment(w, fileName);
+    return w.bytes();
+}
+
+// ---- the generated experiment ----------------------------------------------
+
+struct Section {
+    QString line;
+    QStringList body;
+};
+
+// The level at the start of a data line (" 1 ", "12 "), or 0.
+int levelOf(const QString& line)
+{
+    static const QRegularExpression level(QStringLiteral("^ ?(\\d{1,2}) "));
+    const QRegularExpressionMatch m = level.match(line);
+    return m.hasMatch() ? m.captured(1).toInt() : 0;
+}
+
+QString withLevel(const QString& line, int level)
+{
+    return format::levelColumn(level) + line.mid(3);
+}
+
+// Event rows stand under a header with a date column in its first words;
+// planting has one row a level and isn't one.
+bool isEventHeader(const QString& header)
+{
+    return header.left(9).contains(QLatin1String("DATE"))
+        && !header.startsWith(QLatin1String("@P"));
+}
+
+// Builds the large experiment from the sample maize file: every factor
+// section is repeated with its levels renumbered up to 99, each event row is
+// repeated `repeat` times with its date moved on a day at a time, and the
+// treatments run to 999. Returns the text and counts the event rows.
+QByteArray generateLarge(const QByteArray& sample, int repeat, int& eventRows)
+{
+    QStringList lines = format::splitLines(sample);
+    QStringList out;
+    std::vector<Section> sections;
+    for (const QString& line : lines) {
+        if (line.startsWith(QLatin1Char('*')))
+            sections.push_back({ line, {} });
+        else if (!sections.empty() && !line.trimmed().isEmpty())
+            sections.back().body << line;
+    }
+    eventRows = 0;
+    for (const Section& s : sections) {
+        if (!out.isEmpty())
+            out << QString();
+        out << s.line;
+        if (s.line.startsWith(QLatin1String("*EXP")) || s.line.startsWith(QLatin1String("*GEN"))) {
+            out << s.body;
+            continue;
+        }
+        if (s.line.startsWith(QLatin1String("*TRE"))) {
+            out << s.body.first();
+            for (int t = 1; t <= 999; ++t) {
+                QString row = format::twoWide(t) + QStringLiteral(" 1 1 0 ")
+                    + QStringLiteral("Generated treatment %1").arg(t).leftJustified(25);
+                for (int f = 0; f < 13; ++f)
+                    row += format::rightJustified(QString::number((t + f - 1) % 99 + 1), 3);
+                out << row;
+            }
+            continue;
+        }
+        int top = 0;
+        for (const QString& line : s.body)
+            top = std::max(top, levelOf(line));
+        if (top == 0) {
+            out << s.body;
+            continue;
+        }
+        // Sections read with the plain section loop keep their one header
+        // in front; grouped sections repeat their headers with the levels.
+        const bool grouped
+            = s.body.mid(1).filter(QRegularExpression(QStringLiteral("^@"))).size() > 0;
+        const QStringList block = grouped ? s.body : s.body.mid(1);
+        if (!grouped)
+            out << s.body.first();
+        for (int copy = 0; copy * top < 99; ++copy) {
+            QString header;
+            for (const QString& line : block) {
+                if (line.startsWith(QLatin1Char('@'))) {
+                    header = line;
+                    out << line;
+                    continue;
+                }
+                const int level = levelOf(line);
+                if (level == 0) {
+                    out << line;
+                    continue;
+                }
+                const int renumbered = level + copy * top;
+                if (renumbered > 99)
+                    continue;
+                const bool event = isEventHeader(grouped ? header : s.body.first());
+                const int date = line.mid(3, 5).toInt();
+                for (int k = 0; k < (event ? repeat : 1); ++k) {
+                    QString row = withLevel(line, renumbered);
+                    if (event && date > 0) {
+                        row.replace(3, 5,
+                            QStringLiteral("%1").arg(date + k % 200, 5, 10, QLatin1Char('0')));
+                        ++eventRows;
+                    }
+                    out << row;
+                }
+            }
+        }
+    }
+    QByteArray bytes;
+    for (const QString& line : out)
+        bytes += format::toCp1252(line) + "\r\n";
+    return bytes + "\x1A\r\n";
+}
+
+// ---- the runs --------------------------------------------------------------
+
+void sampleMaize()
+{
+    const QString maize
+        = QDir::toNativeSeparators(suiteDir + QStringLiteral("/Maize/QLNV2101.MZX"));
+    std::vector<double> open, read, write;
+    QElapsedTimer t;
+    for (int run = 0; run < 30; ++run) {
+        t.start();
+        openExperiment(maize);
+        open.push_back(t.nsecsElapsed() / 1e6);
+        t.start();
+        const QByteArray text = writtenText(QStringLiteral("QLNV2101.MZX"));
+        write.push_back(t.nsecsElapsed() / 1e6);
+        if (text != contents(maize))
+            std::printf("  (the written text differs from the file)\n");
+    }
+    QStringList lines;
+    format::readLines(maize, lines);
+    validation::DeleteRelations();
+    for (int run = 0; run < 30; ++run) {
+        database::CleanDataBase_Partially();
+        state().comments.clear();
+        t.start();
+        format::readExperimentLines(maize, lines);
+        read.push_back(t.nsecsElapsed() / 1e6);
+    }
+    std::printf("a) sample maize experiment (%lld bytes), warm, median of 30:\n",
+        static_cast<long long>(QFileInfo(maize).size()));
+    std::printf("   File Open (prepare, read, repairs, relations) %7.2f ms\n", median(open));
+    std::printf("   the reading of the lines alone               %7.2f ms\n", median(read));
+    std::printf("   writing the text                             %7.2f ms\n", median(write));
+    std::printf("   open + write                                 %7.2f ms   (target < 20 ms)\n",
+        median(open) + median(write));
+}
+
+void largeExperiment(const QString& folder)
+{
+    int eventRows = 0;
+    const QByteArray bytes
+        = generateLarge(contents(suiteDir + QStringLiteral("/Maize/QLNV2101.MZX")), 16, eventRows);
+    const QString path = QDir::toNativeSeparators(folder + QStringLiteral("/QLGN9901.MZX"));
+    writeBytes(path, bytes);
+    std::printf(
+        "b) generated experiment: %lld bytes, %lld lines, 999 treatments, 99 levels a factor, "
+        "%d event rows\n",
+        static_cast<long long>(bytes.size()), static_cast<long long>(bytes.count('\n')), eventRows);
+
+    QElapsedTimer t;
+    // The reading alone (ReadFile: defaults, lines, section readers) into an
+    // emptied database.
+    validation::DeleteRelations();
+    database::CleanDataBase_Partially();
+    state().comments.clear();
+    quiet.messages = 0;
+    t.start();
+    format::ReadFile(path);
+    const double read = t.nsecsElapsed() / 1e6;
+    const int readMessages = quiet.messages;
+
+    state().ExpFilePath = path;
+    t.start();
+    openExperiment(path);
+    const double open = t.nsecsElapsed() / 1e6;
+
+    t.start();
+    format::FileWriter w;
+    format::writeExperiment(w, QStringLiteral("QLGN9901.MZX"));
+    const double write = t.nsecsElapsed() / 1e6;
+    QDir().mkpath(folder + QStringLiteral("/written"));
+    t.start();
+    w.save(folder + QStringLiteral("/written/QLGN9901.MZX"));
+    const double save = t.nsecsElapsed() / 1e6;
+
+    std::printf(
+        "   ReadFile (reading alone)                      %8.1f ms   (target < 500 ms)\n", read);
+    std::printf("   File Open as a whole                          %8.1f ms\n", open);
+    std::printf(
+        "   writing the text                              %8.1f ms   (target < 300 ms)\n", write);
+    std::printf("   saving it (temporary file, sync, rename)      %8.1f ms\n", save);
+    std::printf("   written %lld bytes; %d messages while reading%s%s\n",
+        static_cast<long long>(w.bytes().size()), readMessages, readMessages ? ", the first: " : "",
+        qPrintable(quiet.first.left(120)));
+    std::printf("   peak memory (VmHWM)                           %8.1f MB   (target < 100 MB)\n",
+        peakMemoryKb() / 1024.0);
+}
+
+void cliBatch(const QString& folder)
+{
+    std::vector<QString> samples;
+    QDirIterator it(suiteDir, QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QFileInfo info(it.next());
+        if (info.suffix().size() == 3
+            && info.suffix().endsWith(QLatin1Char('X'), Qt::CaseInsensitive))
+            samples.push_back(info.absoluteFilePath());
+    }
+    std::sort(samples.begin(), samples.end());
+    const QString in = folder + QStringLiteral("/batch");
+    QDir().mkpath(in);
+    QStringList files;
+    for (int i = 0; i < 1000; ++i) {
+        const QFileInfo sample(samples.at(size_t(i) % samples.size()));
+        const QString name
+            = QStringLiteral("QB%1.%2").arg(i, 6, 10, QLatin1Char('0')).arg(sample.suffix());
+        QFile::copy(sample.absoluteFilePath(), in + QLatin1Char('/') + name);
+        files << in + QLatin1Char('/') + name;
+    }
+    auto run = [&](const QStringList& extra) {
+        QProcess cli;
+        cli.setStandardOutputFile(QProcess::nullDevice());
+        cli.setStandardErrorFile(QProcess::nullDevice());
+        QElapsedTimer t;
+        t.start();
+        cli.start(
+            QStringLiteral(QUILLON_CLI), QStringList { QStringLiteral("view") } + files + extra);
+        cli.waitForFinished(-1);
+        const double seconds = t.nsecsElapsed() / 1e9;
+        return std::make_pair(seconds, cli.exitCode());
+    };
+    const auto toStdout = run({ QStringLiteral("--suite"), suiteDir });
+    const auto toFiles = run({ QStringLiteral("--suite"), suiteDir, QStringLiteral("--out"),
+        folder + QStringLiteral("/out") });
+    std::printf("c) quillon-cli view, 1,000 sample-size files in one process:\n");
+    std::printf(
+        "   to standard output     %6.2f s  %6.0f files/s   (exit %d; target >= 200 files/s)\n",
+        toStdout.first, 1000 / toStdout.first, toStdout.second);
+    std::printf("   with --out (saved)     %6.2f s  %6.0f files/s   (exit %d)\n", toFiles.first,
+        1000 / toFiles.first, toFiles.second);
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QCoreApplication app(argc, argv);
+    setUserInterface(&quiet);
+    QTemporaryDir scratch;
+    QString folder = scratch.path();
+    QStringList parts = app.arguments().mid(1);
+    if (parts.size() > 1 && parts.first() == QLatin1String("--keep")) {
+        folder = parts.at(1);
+        QDir().mkpath(folder);
+        parts = parts.mid(2);
+    }
+    if (parts.isEmpty())
+        parts = QStringList { QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c") };
+
+    AppState& s = state();
+    const QString appFolder = folder + QStringLiteral("/app");
+    QDir().mkpath(appFolder);
+    QDir defaults(suiteDir + QStringLiteral("/TOOLS/Quillon"));
+    for (const QString& def : defaults.entryList({ QStringLiteral("*.def") }, QDir::Files))
+        QFile::copy(defaults.filePath(def), appFolder + QLatin1Char('/') + def);
+    s.AppFolder = QDir::toNativeSeparators(appFolder) + QDir::separator();
+    s.DataFolder = QDir::toNativeSeparators(QDir(suiteDir).absolutePath());
+    s.WorkDBPath = s.AppFolder + QStringLiteral("QUILLONTEMP2.mdb");
+
+    // The first open builds the working database and loads the suite's
+    // lookups; the figures are of the opens behind it.
+    const QString maize
+        = QDir::toNativeSeparators(suiteDir + QStringLiteral("/Maize/QLNV2101.MZX"));
+    s.ExpFilePath = maize;
+    openExperiment(maize);
+    if (parts.contains(QLatin1String("a")))
+        sampleMaize();
+    if (parts.contains(QLatin1String("b")))
+        largeExperiment(folder);
+    database::closeWorkDB();
+    if (parts.contains(QLatin1String("c")))
+        cliBatch(folder);
+    return 0;
+}
