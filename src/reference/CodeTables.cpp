@@ -8,6 +8,9 @@
 #include "reference/LookupText.h"
 #include "reference/SuiteFiles.h"
 
+#include <QDateTime>
+#include <QFileInfo>
+
 #include <array>
 #include <tuple>
 #include <vector>
@@ -209,9 +212,48 @@ QString modelDisplayName(const QString& code)
     return code;
 }
 
+namespace {
+
+// What the rows of SimLookUp were last built from. File Open builds the table
+// for every file; from the same file, unchanged, into the same open database
+// that still holds all the rows, the build would give those rows again.
+struct SimLookUpSource {
+    int generation = -1;
+    QString path;
+    qint64 size = -1;
+    QDateTime modified;
+    int rows = -1;
+
+    static SimLookUpSource of(const QString& path)
+    {
+        const QFileInfo file(path);
+        return { database::connectionGeneration(), path, file.size(), file.lastModified(), -1 };
+    }
+    bool sameFile(const SimLookUpSource& o) const
+    {
+        return generation == o.generation && path == o.path && size == o.size && modified == o.modified;
+    }
+};
+
+SimLookUpSource& lastSimLookUpSource()
+{
+    static SimLookUpSource source;
+    return source;
+}
+
+} // namespace
+
 void CreateSIMLookUp()
 {
     const QString name = joinPath(state().DataFolder, QStringLiteral("Simulation.cde"));
+    const QString found = findPath(name);
+    SimLookUpSource& last = lastSimLookUpSource();
+    const SimLookUpSource source = found.isEmpty() ? SimLookUpSource() : SimLookUpSource::of(found);
+    if (!found.isEmpty() && last.sameFile(source) && last.rows > 0
+        && database::tryExec(QStringLiteral("SELECT 1 FROM SimLookUp LIMIT 1")).number() == 0
+        && database::rowCount(QStringLiteral("SimLookUp")) == last.rows)
+        return;
+    last = SimLookUpSource();
     database::Transaction transaction;
     try {
         database::remakeTable(QStringLiteral("SimLookUp"),
@@ -263,7 +305,10 @@ void CreateSIMLookUp()
                 { { QStringLiteral("Code"), code }, { QStringLiteral("Description"), description },
                     { QStringLiteral("Type"), rowType } });
         }
+        last = source;
+        last.rows = database::rowCount(QStringLiteral("SimLookUp"));
     } catch (const RuntimeError& e) {
+        last = SimLookUpSource();
         reportError(e.text(), QStringLiteral(" in CreateSIMLookUp/frmMain. File ") + name);
     }
     transaction.commit();
