@@ -87,9 +87,11 @@ void storeNamedEvent(const QString& eventTable, const QString& section, const QS
         return;
     }
     // From here on errors are ignored: a level that already has a name keeps
-    // it, and the event row goes in regardless.
+    // it, and the event row goes in regardless. (Every further row of a level
+    // meets the name already there; OR IGNORE lets that pass without making
+    // an error of it, which is the same outcome at less cost.)
     if (!row.name.isNull()) {
-        database::tryExec(QStringLiteral("INSERT INTO [%1] ([%2], [%3]) VALUES (?, ?)")
+        database::tryExec(QStringLiteral("INSERT OR IGNORE INTO [%1] ([%2], [%3]) VALUES (?, ?)")
                               .arg(row.nameTable, row.levelColumn, row.nameColumn),
             { row.level, row.name });
     }
