@@ -109,8 +109,14 @@ void createTriggers(const Relation& r)
 void createRelation(const Relation& r)
 {
     ensureRegistry();
-    if (relationExists(r.name))
-        throw RuntimeError(err::TableExists, QStringLiteral("Relationship '%1' already exists.").arg(r.name));
+    QString known;
+    QSqlQuery q = select(QStringLiteral("SELECT Signature, Active FROM [%1] WHERE Name = ?").arg(registry), { r.name });
+    if (q.next()) {
+        if (q.value(1).toInt() == 1)
+            throw RuntimeError(err::TableExists, QStringLiteral("Relationship '%1' already exists.").arg(r.name));
+        known = q.value(0).toString();
+    }
+    q.finish();
     // Like the data it is to guard, a relation can't be made over rows that
     // already break it.
     const int orphans = scalar(QStringLiteral("SELECT COUNT(*) FROM [%1] WHERE [%2] IS NOT NULL AND [%2] NOT IN "
@@ -123,10 +129,9 @@ void createRelation(const Relation& r)
 
     Transaction transaction;
     const QString signature = signatureOf(r);
-    const QVariant known = scalar(QStringLiteral("SELECT Signature FROM [%1] WHERE Name = ?").arg(registry), { r.name });
     // The triggers stay from an earlier use of the name unless the relation
     // now links other columns, or a table they sat on was dropped since.
-    if (known.toString() != signature || !triggersExist(r.name)) {
+    if (known != signature || !triggersExist(r.name)) {
         dropTriggers(r.name);
         createTriggers(r);
         verifiedAt().insert(QString::number(connectionGeneration()) + QLatin1Char('|') + r.name.toLower(),

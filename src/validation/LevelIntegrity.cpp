@@ -7,6 +7,7 @@
 #include <QSqlQuery>
 
 #include <array>
+#include <map>
 #include <vector>
 
 namespace quillon::validation {
@@ -85,18 +86,23 @@ void CheckLevels()
                 throw database::classify(q.lastError());
         }
 
+        // Treatments share their levels: each level is looked up once.
+        std::map<std::pair<size_t, int>, bool> known;
         for (const TreatmentLevels& treatment : treatments) {
             for (size_t i = 0; i < factorLevels.size(); ++i) {
                 const int level = treatment.levels[i];
                 if (level == 0)
                     continue;
-                QSqlQuery& q = levelQueries[i];
-                q.bindValue(0, level);
-                if (!q.exec())
-                    throw database::classify(q.lastError());
-                const bool exists = q.next();
-                q.finish();
-                if (!exists) {
+                auto found = known.find({ i, level });
+                if (found == known.end()) {
+                    QSqlQuery& q = levelQueries[i];
+                    q.bindValue(0, level);
+                    if (!q.exec())
+                        throw database::classify(q.lastError());
+                    found = known.emplace(std::make_pair(i, level), q.next()).first;
+                    q.finish();
+                }
+                if (!found->second) {
                     database::exec(
                         QStringLiteral("UPDATE [Treatments] SET [%1] = NULL WHERE rowid = ?")
                             .arg(QLatin1String(factorLevels[i].column)),

@@ -35,9 +35,19 @@ QFont frmView::fixedFont(qreal pointSize)
     QFont font(QStringLiteral("Courier New"));
     font.setStyleHint(QFont::TypeWriter);
     font.setFixedPitch(true);
-    // Without Courier New on the machine, take the system's fixed font.
+    // Without Courier New on the machine, take the system's fixed font, or
+    // failing that the first installed family whose letters are all of one
+    // width: the file's columns must line up.
     if (!QFontInfo(font).fixedPitch())
         font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    if (!QFontInfo(font).fixedPitch()) {
+        for (const QString& family : QFontDatabase::families()) {
+            if (QFontDatabase::isFixedPitch(family)) {
+                font = QFont(family);
+                break;
+            }
+        }
+    }
     font.setPointSizeF(pointSize);
     font.setBold(false);
     return font;
