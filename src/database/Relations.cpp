@@ -109,14 +109,13 @@ void createTriggers(const Relation& r)
 void createRelation(const Relation& r)
 {
     ensureRegistry();
-    QString known;
-    QSqlQuery q = select(QStringLiteral("SELECT Signature, Active FROM [%1] WHERE Name = ?").arg(registry), { r.name });
-    if (q.next()) {
-        if (q.value(1).toInt() == 1)
-            throw RuntimeError(err::TableExists, QStringLiteral("Relationship '%1' already exists.").arg(r.name));
-        known = q.value(0).toString();
-    }
-    q.finish();
+    // "active:signature" of the name's row, if it has one.
+    const QString entry = scalar(QStringLiteral("SELECT Active || ':' || Signature FROM [%1] WHERE Name = ?").arg(registry),
+        { r.name })
+                              .toString();
+    if (entry.startsWith(QLatin1String("1:")))
+        throw RuntimeError(err::TableExists, QStringLiteral("Relationship '%1' already exists.").arg(r.name));
+    const QString known = entry.mid(2);
     // Like the data it is to guard, a relation can't be made over rows that
     // already break it.
     const int orphans = scalar(QStringLiteral("SELECT COUNT(*) FROM [%1] WHERE [%2] IS NOT NULL AND [%2] NOT IN "
