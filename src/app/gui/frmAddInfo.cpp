@@ -1,3 +1,4 @@
+#include "app/gui/DialogButtons.h"
 #include "app/gui/frmAddInfo.h"
 
 #include "app/UserInterface.h"
@@ -114,16 +115,9 @@ frmAddInfo::frmAddInfo(QWidget* parent)
     addColumn(std::begin(harvestBoxes), std::end(harvestBoxes), tr("Harvest"), 3);
     grid->setRowStretch(static_cast<int>(std::size(plotBoxes)) + 1, 1);
 
-    auto* buttons = new QDialogButtonBox(this);
-    QPushButton* ok = buttons->addButton(QDialogButtonBox::Ok);
-    ok->setObjectName(QStringLiteral("cmdOK"));
-    ok->setDefault(true);
-    QPushButton* cancel = buttons->addButton(QDialogButtonBox::Cancel);
-    cancel->setObjectName(QStringLiteral("cmdCancel"));
-    connect(ok, &QPushButton::clicked, this, &frmAddInfo::cmdOK_Click);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-    tabOrder.push_back(ok);
-    tabOrder.push_back(cancel);
+    auto* buttons = okCancelButtons(this, &frmAddInfo::cmdOK_Click, &QDialog::reject);
+    for (QAbstractButton* button : buttons->buttons())
+        tabOrder.push_back(button);
     for (size_t i = 1; i < tabOrder.size(); ++i)
         setTabOrder(tabOrder[i - 1], tabOrder[i]);
 

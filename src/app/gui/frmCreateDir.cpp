@@ -1,3 +1,4 @@
+#include "app/gui/DialogButtons.h"
 #include "app/gui/frmCreateDir.h"
 
 #include "app/ExpIdentity.h"
@@ -33,14 +34,7 @@ frmCreateDir::frmCreateDir(const QString& cropName, QWidget* parent)
     auto* form = new QFormLayout;
     form->addRow(tr("&Folder name:"), m_txtFolder);
 
-    auto* buttons = new QDialogButtonBox(this);
-    QPushButton* ok = buttons->addButton(QDialogButtonBox::Ok);
-    ok->setObjectName(QStringLiteral("cmdOK"));
-    ok->setDefault(true);
-    QPushButton* cancel = buttons->addButton(QDialogButtonBox::Cancel);
-    cancel->setObjectName(QStringLiteral("cmdCancel"));
-    connect(ok, &QPushButton::clicked, this, &frmCreateDir::cmdOK_Click);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    auto* buttons = okCancelButtons(this, &frmCreateDir::cmdOK_Click, &QDialog::reject);
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(20, 20, 20, 16);

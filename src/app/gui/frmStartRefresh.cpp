@@ -1,3 +1,4 @@
+#include "app/gui/DialogButtons.h"
 #include "app/gui/frmStartRefresh.h"
 
 #include "app/AppState.h"
@@ -22,14 +23,7 @@ frmStartRefresh::frmStartRefresh(QWidget* parent)
         QStringLiteral(
             " 3. changed directories in TERVA configuration menu (affecting TERVAPRO.V48), or"));
 
-    auto* buttons = new QDialogButtonBox(this);
-    QPushButton* ok = buttons->addButton(QDialogButtonBox::Ok);
-    ok->setObjectName(QStringLiteral("cmdOK"));
-    ok->setDefault(true);
-    QPushButton* cancel = buttons->addButton(QDialogButtonBox::Cancel);
-    cancel->setObjectName(QStringLiteral("cmdCancel"));
-    connect(ok, &QPushButton::clicked, this, &frmStartRefresh::cmdOK_Click);
-    connect(cancel, &QPushButton::clicked, this, &frmStartRefresh::cmdCancel_Click);
+    auto* buttons = okCancelButtons(this, &frmStartRefresh::cmdOK_Click, &frmStartRefresh::cmdCancel_Click);
     layout->addWidget(buttons);
     setMinimumWidth(480);
 }
