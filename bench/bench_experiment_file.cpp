@@ -4,7 +4,7 @@
 //   b) a large generated experiment (999 treatments, 99 levels of every
 //      factor, about 20,000 event rows) read, opened and written, and the
 //      process's peak memory;
-//   c) quillon-cli view over 1,000 sample-size files in one process.
+//   c) quillon-cli view and check over 1,000 sample-size files in one process.
 //
 //   bench_experiment_file [--keep DIR] [a] [b] [c]
 // --keep leaves the generated files in DIR; naming parts runs only those.
@@ -320,27 +320,30 @@ void cliBatch(const QString& folder)
         QFile::copy(sample.absoluteFilePath(), in + QLatin1Char('/') + name);
         files << in + QLatin1Char('/') + name;
     }
-    auto run = [&](const QStringList& extra) {
+    auto run = [&](const QString& command, const QStringList& extra) {
         QProcess cli;
         cli.setStandardOutputFile(QProcess::nullDevice());
         cli.setStandardErrorFile(QProcess::nullDevice());
         QElapsedTimer t;
         t.start();
         cli.start(
-            QStringLiteral(QUILLON_CLI), QStringList { QStringLiteral("view") } + files + extra);
+            QStringLiteral(QUILLON_CLI), QStringList { command } + files + extra);
         cli.waitForFinished(-1);
         const double seconds = t.nsecsElapsed() / 1e9;
         return std::make_pair(seconds, cli.exitCode());
     };
-    const auto toStdout = run({ QStringLiteral("--suite"), suiteDir });
-    const auto toFiles = run({ QStringLiteral("--suite"), suiteDir, QStringLiteral("--out"),
-        folder + QStringLiteral("/out") });
+    const auto toStdout = run(QStringLiteral("view"), { QStringLiteral("--suite"), suiteDir });
+    const auto toFiles = run(QStringLiteral("view"),
+        { QStringLiteral("--suite"), suiteDir, QStringLiteral("--out"), folder + QStringLiteral("/out") });
+    const auto checked = run(QStringLiteral("check"), { QStringLiteral("--suite"), suiteDir });
     std::printf("c) quillon-cli view, 1,000 sample-size files in one process:\n");
     std::printf(
         "   to standard output     %6.2f s  %6.0f files/s   (exit %d; target >= 200 files/s)\n",
         toStdout.first, 1000 / toStdout.first, toStdout.second);
     std::printf("   with --out (saved)     %6.2f s  %6.0f files/s   (exit %d)\n", toFiles.first,
         1000 / toFiles.first, toFiles.second);
+    std::printf("   quillon-cli check      %6.2f s  %6.0f files/s   (exit %d; target >= 100 files/s)\n",
+        checked.first, 1000 / checked.first, checked.second);
 }
 
 } // namespace
