@@ -22,9 +22,8 @@ bool allDigits(const QString& text)
     return true;
 }
 
-// "1/1/" + year text, plus a number of days given as text. Throws the
-// failure the old runtime gave for a base that is no date or a day count
-// that is no number.
+// "1/1/" + year text, plus a number of days given as text. Throws "Type
+// mismatch" for a base that is no date or a day count that is no number.
 QDate baseDatePlusDays(const QString& yearText, const QString& daysText)
 {
     if (!allDigits(yearText))

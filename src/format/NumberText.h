@@ -8,8 +8,8 @@ namespace quillon::format {
 // A number as the file writes it: "." as decimal separator whatever the
 // locale, trimmed; an empty string for NULL. A floating value is written as
 // the shortest text that gives back the same 32-bit float, with no trailing
-// ".0" on a whole number, and in exponent form ("1E-05", "1.5E+07") where
-// the old runtime used it. Text values only have "," turned into ".".
+// ".0" on a whole number, and in exponent form ("1E-05", "1.5E+07") below
+// 0.0001 and from ten million up. Text values only have "," turned into ".".
 QString NumText(const QVariant& value);
 
 // The value through a digit template: "0" a digit always written, "#" a

@@ -5,9 +5,9 @@
 
 namespace quillon::reference {
 
-// The reference tables refuse zero-length text, as the original engine's
-// fields did by default: an empty cell is stored as NULL, which every reader
-// of these tables takes as the empty text.
+// The reference tables refuse zero-length text (their fields aren't made to
+// allow it): an empty cell is stored as NULL, which every reader of these
+// tables takes as the empty text.
 inline QVariant textOrNull(const QString& text)
 {
     return text.isEmpty() ? QVariant(QString()) : QVariant(text);

@@ -62,7 +62,7 @@ QString locationFolder(const QString& locationText);
 // RuntimeError.
 QStringList readSuiteLines(const QString& path);
 
-// The failure of opening `path`, as the old runtime's error texts put it.
+// The failure of opening `path`, in the program's usual error texts.
 RuntimeError openFailure(const QString& path);
 
 // The first line of a file, read without reading the rest. Throws as
