@@ -70,18 +70,37 @@ QStringList keptCodeLines(const QStringList& lines, bool titleRule)
     return kept;
 }
 
-void CreateCodeLookup()
+namespace {
+
+// Reads a code file of DataFolder and gives its kept lines to `fill`, all in
+// one transaction. A file that cannot be read, or a row the table refuses,
+// names the file and ends the program.
+template <typename Fill>
+void loadCodeFile(const QString& fileName, Fill fill)
 {
     QString name;
-    const QString path = dataFile(QStringLiteral("Detail.cde"), &name);
+    const QString path = dataFile(fileName, &name);
     QString failure = QStringLiteral("Cannot open the file.");
     database::Transaction transaction;
     try {
         const QStringList lines = readSuiteLines(path);
         if (!lines.isEmpty())
             failure = QStringLiteral("The file contains invalid data.");
+        fill(keptCodeLines(lines, true));
+    } catch (const RuntimeError& e) {
+        msgBox(failure + name + QStringLiteral(". ") + e.text());
+        endProgram();
+    }
+    transaction.commit();
+}
+
+} // namespace
+
+void CreateCodeLookup()
+{
+    loadCodeFile(QStringLiteral("Detail.cde"), [](const QStringList& lines) {
         QString type;
-        for (const QString& line : keptCodeLines(lines, true)) {
+        for (const QString& line : lines) {
             if (line.startsWith(QLatin1Char('*'))) {
                 type = trimSpaces(line.left(25));
                 type.remove(QLatin1Char('*'));
@@ -102,26 +121,15 @@ void CreateCodeLookup()
                                "IFNULL(Code, '') || ')' WHERE Type = ? AND Description = ?"),
                 { fertilizerType, QLatin1String(description) });
         }
-    } catch (const RuntimeError& e) {
-        msgBox(failure + name + QStringLiteral(". ") + e.text());
-        endProgram();
-    }
-    transaction.commit();
+    });
 }
 
 void CreateCodeStageLookup()
 {
-    QString name;
-    const QString path = dataFile(QStringLiteral("GRSTAGE.CDE"), &name);
-    QString failure = QStringLiteral("Cannot open the file.");
-    database::Transaction transaction;
-    try {
-        const QStringList lines = readSuiteLines(path);
-        if (!lines.isEmpty())
-            failure = QStringLiteral("The file contains invalid data.");
+    loadCodeFile(QStringLiteral("GRSTAGE.CDE"), [](const QStringList& lines) {
         QString crop;
         bool skipping = false;
-        for (const QString& line : keptCodeLines(lines, true)) {
+        for (const QString& line : lines) {
             if (line.startsWith(QLatin1Char('*'))) {
                 skipping = false;
                 const QString trimmed = trimSpaces(line);
@@ -175,11 +183,7 @@ void CreateCodeStageLookup()
                         { QStringLiteral("Description"), withoutApostrophes(row[3].toString()) } });
             }
         }
-    } catch (const RuntimeError& e) {
-        msgBox(failure + name + QStringLiteral(". ") + e.text());
-        endProgram();
-    }
-    transaction.commit();
+    });
 }
 
 int simulationType(const QString& heading)
