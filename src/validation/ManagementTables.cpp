@@ -9,6 +9,8 @@
 #include <QSqlQuery>
 
 #include <algorithm>
+#include <map>
+#include <set>
 #include <vector>
 
 namespace quillon::validation {
@@ -83,17 +85,25 @@ void addTreatmentRows(const ManagementTable& m)
         while (q.next())
             treatments.push_back({ q.value(0), q.value(1) });
     });
+    // Treatments share their simulation levels: each is looked up once.
+    std::map<QString, QVariant> codes;
     for (const Treatment& t : treatments) {
-        QVariant code;
-        ignoringErrors([&] {
-            QSqlQuery q
-                = database::select(QStringLiteral("SELECT [%1] FROM [SimulationControlManagement] "
-                                                  "WHERE [LNSIM] = ? ORDER BY rowid")
-                                       .arg(name(m.codeColumn)),
+        const QString simulation = t.simulation.isNull() ? QString() : t.simulation.toString();
+        auto found = codes.find(simulation);
+        if (found == codes.end()) {
+            QVariant code;
+            ignoringErrors([&] {
+                QSqlQuery q = database::select(
+                    QStringLiteral("SELECT [%1] FROM [SimulationControlManagement] "
+                                   "WHERE [LNSIM] = ? ORDER BY rowid")
+                        .arg(name(m.codeColumn)),
                     { t.simulation });
-            if (q.next() && !q.value(0).isNull() && q.value(0).toString() != QLatin1String("N"))
-                code = q.value(0).toString();
-        });
+                if (q.next() && !q.value(0).isNull() && q.value(0).toString() != QLatin1String("N"))
+                    code = q.value(0).toString();
+            });
+            found = codes.emplace(simulation, code).first;
+        }
+        const QVariant& code = found->second;
         ignoringErrors([&] {
             database::insertRow(
                 name(m.table), { { name(m.levelColumn), t.level }, { name(m.codeColumn), code } });
@@ -106,21 +116,18 @@ void addTreatmentRows(const ManagementTable& m)
 // from them.
 std::vector<std::pair<QVariant, QString>> firstDates(const ManagementTable& m)
 {
-    std::vector<QVariant> levels;
-    QSqlQuery distinct = database::select(QStringLiteral("SELECT DISTINCT [%1] FROM [%2]")
-                                              .arg(name(m.levelColumn), name(m.applications)));
-    while (distinct.next()) {
-        if (!distinct.value(0).isNull())
-            levels.push_back(distinct.value(0));
-    }
+    // One pass in table order: the first row met of a level is its first.
+    std::set<QString> seen;
     std::vector<std::pair<QVariant, QString>> dates;
-    for (const QVariant& level : levels) {
-        QSqlQuery q = database::select(
-            QStringLiteral("SELECT [%1] FROM [%2] WHERE [%3] = ? ORDER BY rowid")
-                .arg(name(m.dateColumn), name(m.applications), name(m.levelColumn)),
-            { level });
-        if (q.next() && !q.value(0).isNull())
-            dates.emplace_back(level, q.value(0).toString());
+    QSqlQuery q = database::select(QStringLiteral("SELECT [%1], [%2] FROM [%3] ORDER BY rowid")
+                                       .arg(name(m.levelColumn), name(m.dateColumn),
+                                           name(m.applications)));
+    while (q.next()) {
+        const QVariant level = q.value(0);
+        if (level.isNull() || !seen.insert(level.toString()).second)
+            continue;
+        if (!q.value(1).isNull())
+            dates.emplace_back(level, q.value(1).toString());
     }
     return dates;
 }
