@@ -178,17 +178,10 @@ void CheckOn_ICSoil_Empty()
 {
     try {
         database::Transaction transaction;
+        // The table is made anew, empty, and takes the soils of the fields.
         database::remakeTable(QStringLiteral("ICSoil"), QStringLiteral("CREATE TABLE ICSoil (SLNO TEXT COLLATE NOCASE)"));
-        if (database::rowCount(QStringLiteral("ICSoil")) == 0) {
-            QVariantList soils;
-            QSqlQuery q = database::select(
-                QStringLiteral("SELECT DISTINCT SLNO FROM Fields ORDER BY SLNO"));
-            while (q.next())
-                soils << q.value(0);
-            q.finish();
-            for (const QVariant& soil : soils)
-                database::insertRow(QStringLiteral("ICSoil"), { { QStringLiteral("SLNO"), soil } });
-        }
+        database::exec(QStringLiteral(
+            "INSERT INTO ICSoil (SLNO) SELECT DISTINCT SLNO FROM Fields ORDER BY SLNO"));
         transaction.commit();
         AdjustToAvailableSoils();
     } catch (const RuntimeError& e) {
@@ -200,29 +193,12 @@ void AdjustToAvailableSoils()
 {
     try {
         database::Transaction transaction;
-        std::vector<std::pair<qlonglong, QString>> rows;
-        QSqlQuery q
-            = database::select(QStringLiteral("SELECT rowid, SLNO FROM ICSoil ORDER BY rowid"));
-        while (q.next()) {
-            const QString soil = q.value(1).toString();
-            if (!soil.isEmpty() && !soil.contains(QLatin1Char('(')))
-                rows.emplace_back(q.value(0).toLongLong(), soil);
-        }
-        q.finish();
-
-        for (const auto& [rowid, soil] : rows) {
-            QSqlQuery found = database::select(
-                QStringLiteral("SELECT Description, Code FROM SoilLookup WHERE CODE = ?"),
-                { trimSpaces(soil) });
-            QVariant shown;
-            if (found.next()) {
-                shown = found.value(0).toString() + QStringLiteral(" ") + QStringLiteral("(")
-                    + found.value(1).toString() + QStringLiteral(")");
-            }
-            found.finish();
-            database::exec(QStringLiteral("UPDATE ICSoil SET SLNO = ? WHERE rowid = ?"),
-                { shown.isNull() ? QVariant(QString()) : shown, rowid });
-        }
+        // A soil not shown yet becomes "<description> (<code>)" when the soil
+        // files have it, and goes otherwise.
+        database::exec(QStringLiteral(
+            "UPDATE ICSoil SET SLNO = (SELECT IFNULL(Description, '') || ' (' || IFNULL(Code, '') "
+            "|| ')' FROM SoilLookup WHERE CODE = trim(ICSoil.SLNO, ' ') LIMIT 1) "
+            "WHERE SLNO <> '' AND instr(SLNO, '(') = 0"));
         database::exec(QStringLiteral("DELETE FROM ICSoil WHERE SLNO IS NULL"));
         transaction.commit();
     } catch (const RuntimeError& e) {
