@@ -11,21 +11,33 @@ namespace quillon::validation {
 
 namespace {
 
-// Runs "<prefix><level>" and gives the name column of its first row, or
-// `missing` without a row or for a NULL name.
-QString findName(const QString& prefix, const QVariant& level, const QString& column, const QString& missing,
-    const QString& routine)
+// A level-names table: its level column, its name column, what a level
+// without a name gives, and the routine named in an error report.
+struct LevelNameTable {
+    const char* table;
+    const char* levelColumn;
+    const char* nameColumn;
+    const char* missing;
+    const char* routine;
+};
+
+// The name column of the first row of the level, or `missing` without a row
+// or for a NULL name.
+QString findName(const LevelNameTable& t, const QVariant& level)
 {
+    const QString missing = QLatin1String(t.missing);
     try {
         // The level is put into the statement as text, as the lookup always
         // did: a level without a number makes the statement fail.
-        QSqlQuery q = database::select(prefix + format::NumText(level));
+        QSqlQuery q = database::select(QStringLiteral("Select * From %1 Where %2 = ")
+                                           .arg(QLatin1String(t.table), QLatin1String(t.levelColumn))
+            + format::NumText(level));
         if (!q.next())
             return missing;
-        const QVariant name = q.value(column);
+        const QVariant name = q.value(QLatin1String(t.nameColumn));
         return name.isNull() ? missing : name.toString();
     } catch (const RuntimeError& e) {
-        reportError(e.text(), QStringLiteral(" in ") + routine + QLatin1Char('.'));
+        reportError(e.text(), QStringLiteral(" in %1.").arg(QLatin1String(t.routine)));
         return QString();
     }
 }
@@ -34,38 +46,32 @@ QString findName(const QString& prefix, const QVariant& level, const QString& co
 
 QString Find_FERNAME(const QVariant& level)
 {
-    return findName(QStringLiteral("Select * From FerLevelNames Where LNFER = "), level, QStringLiteral("Fername"),
-        QStringLiteral("-99"), QStringLiteral("Find_FERNAME"));
+    return findName({ "FerLevelNames", "LNFER", "Fername", "-99", "Find_FERNAME" }, level);
 }
 
 QString Find_RESNAME(const QVariant& level)
 {
-    return findName(QStringLiteral("Select * From ResLevelNames Where LNRES = "), level, QStringLiteral("REname"),
-        QStringLiteral("-99"), QStringLiteral("Find_RESNAME"));
+    return findName({ "ResLevelNames", "LNRES", "REname", "-99", "Find_RESNAME" }, level);
 }
 
 QString Find_CHNAME(const QVariant& level)
 {
-    return findName(QStringLiteral("Select * From ChemLevelNames Where LNCHE = "), level, QStringLiteral("CHNAME"),
-        QStringLiteral("-99"), QStringLiteral("Find_CHNAME"));
+    return findName({ "ChemLevelNames", "LNCHE", "CHNAME", "-99", "Find_CHNAME" }, level);
 }
 
 QString Find_TillNAME(const QVariant& level)
 {
-    return findName(QStringLiteral("Select * From TillLevelNames Where LNTIL = "), level, QStringLiteral("TNAME"),
-        QStringLiteral("-99"), QStringLiteral("Find_TillNAME"));
+    return findName({ "TillLevelNames", "LNTIL", "TNAME", "-99", "Find_TillNAME" }, level);
 }
 
 QString Find_EnvNAME(const QVariant& level)
 {
-    return findName(QStringLiteral("Select * From EnvLevelNames Where LNENV = "), level, QStringLiteral("EnvNAME"),
-        QString(""), QStringLiteral("Find_EnvNAME"));
+    return findName({ "EnvLevelNames", "LNENV", "EnvNAME", "", "Find_EnvNAME" }, level);
 }
 
 QString Find_HarNAME(const QVariant& level)
 {
-    return findName(QStringLiteral("Select * From HarLevelNames Where LNHAR = "), level, QStringLiteral("HNAME"),
-        QString(""), QStringLiteral("Find_HarNAME"));
+    return findName({ "HarLevelNames", "LNHAR", "HNAME", "", "Find_HarNAME" }, level);
 }
 
 } // namespace quillon::validation
