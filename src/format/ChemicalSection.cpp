@@ -37,21 +37,16 @@ void ChemicalRead(const QString& line)
         appendComment(state().comments.CommentsChemical, line);
         return;
     }
-    storeNamedEvent(QStringLiteral("Chemicals"), QStringLiteral("Chemical Applications"),
+    storeNamedEvent(line, { "Chemicals", "LNCHE", "ChemLevelNames", "CHNAME" }, QStringLiteral("Chemical Applications"),
         QStringLiteral(" in ChemicalRead/frmMain."), [&line](NamedEventRow& row) {
-            row.level = levelOf(line);
-            row.event = {
-                { QStringLiteral("LNCHE"), row.level },
+            row.event.insert(row.event.end(), {
                 { QStringLiteral("CDate"), dateCell(line, true) },
                 { QStringLiteral("CHCOD"), textCell(line, 11, 10, 5) },
                 { QStringLiteral("CHAMT"), numberCell(line, 17, 16, 5) },
                 { QStringLiteral("CHMET"), textCell(line, 23, 22, 5) },
                 { QStringLiteral("CHDEP"), numberCell(line, 29, 28, 5) },
                 { QStringLiteral("CHT"), textCell(line, 35, 34, 5) },
-            };
-            row.nameTable = QStringLiteral("ChemLevelNames");
-            row.levelColumn = QStringLiteral("LNCHE");
-            row.nameColumn = QStringLiteral("CHNAME");
+            });
             // The writer leaves two blanks before the name; reading from one
             // position early takes the name with a blank that trimming drops.
             row.name = textCell(line, 39, 40, 60);
@@ -64,30 +59,25 @@ void TillageRead(const QString& line)
         appendComment(state().comments.CommentsTillage, line);
         return;
     }
-    storeNamedEvent(QStringLiteral("Tillage"), QStringLiteral("Tillage"), QStringLiteral(" in TillageRead/frmMain."),
-        [&line](NamedEventRow& row) {
-            row.level = levelOf(line);
-            row.event = {
-                { QStringLiteral("LNTIL"), row.level },
+    storeNamedEvent(line, { "Tillage", "LNTIL", "TillLevelNames", "TNAME" }, QStringLiteral("Tillage"),
+        QStringLiteral(" in TillageRead/frmMain."), [&line](NamedEventRow& row) {
+            row.event.insert(row.event.end(), {
                 { QStringLiteral("TDATE"), dateCell(line, true) },
                 { QStringLiteral("TIMPL"), textCell(line, 11, 10, 5) },
                 { QStringLiteral("TDEP"), numberCell(line, 17, 16, 5) },
-            };
-            row.nameTable = QStringLiteral("TillLevelNames");
-            row.levelColumn = QStringLiteral("LNTIL");
-            row.nameColumn = QStringLiteral("TNAME");
+            });
             row.name = textCell(line, 21, 22, 60);
         });
 }
 
 void readChemicalsSection(LineCursor& c)
 {
-    sectionLoop(c, state().comments.CommentsChemical, [](const QString& line) { ChemicalRead(line); });
+    sectionLoop(c, state().comments.CommentsChemical, ChemicalRead);
 }
 
 void readTillageSection(LineCursor& c)
 {
-    sectionLoop(c, state().comments.CommentsTillage, [](const QString& line) { TillageRead(line); });
+    sectionLoop(c, state().comments.CommentsTillage, TillageRead);
 }
 
 void writeChemicalsSection(FileWriter& w)

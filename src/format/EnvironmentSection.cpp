@@ -106,21 +106,14 @@ void EvironModRead(const QString& line)
         addCutComment(state().comments.CommentsEnvironment, line);
         return;
     }
-    storeNamedEvent(QStringLiteral("EnvironMod"), QStringLiteral("Environmental Modifications"),
+    storeNamedEvent(line, { "EnvironMod", "LNENV", "EnvLevelNames", "ENVNAME" }, QStringLiteral("Environmental Modifications"),
         QStringLiteral(" in EvironModRead/frmMain."), [&line](NamedEventRow& row) {
-            row.level = levelOf(line);
-            row.event = {
-                { QStringLiteral("LNENV"), row.level },
-                { QStringLiteral("WMDATE"), dateCell(line, true) },
-            };
+            row.event.push_back({ QStringLiteral("WMDATE"), dateCell(line, true) });
             for (const Variable& v : Variables) {
                 row.event.push_back({ QLatin1String(v.factor), textCell(line, v.factorTest, v.factorStart, 1) });
                 row.event.push_back(
                     { QLatin1String(v.adjustment), adjustmentCell(line, v.adjustmentTest, v.adjustmentStart) });
             }
-            row.nameTable = QStringLiteral("EnvLevelNames");
-            row.levelColumn = QStringLiteral("LNENV");
-            row.nameColumn = QStringLiteral("ENVNAME");
             row.name = textCell(line, 57, 58, 60);
         });
 }
@@ -131,33 +124,28 @@ void HarvestRead(const QString& line)
         addCutComment(state().comments.CommentsHarvest, line);
         return;
     }
-    storeNamedEvent(QStringLiteral("Harvest"), QStringLiteral("Harvest"), QStringLiteral(" in HarvestRead/frmMain."),
-        [&line](NamedEventRow& row) {
-            row.level = levelOf(line);
-            row.event = {
-                { QStringLiteral("LNHAR"), row.level },
+    storeNamedEvent(line, { "Harvest", "LNHAR", "HarLevelNames", "HNAME" }, QStringLiteral("Harvest"),
+        QStringLiteral(" in HarvestRead/frmMain."), [&line](NamedEventRow& row) {
+            row.event.insert(row.event.end(), {
                 { QStringLiteral("HDATE"), dateCell(line, true) },
                 { QStringLiteral("HSTG"), textCell(line, 11, 10, 5) },
                 { QStringLiteral("HCOM"), textCell(line, 17, 16, 5) },
                 { QStringLiteral("HSIZ"), textCell(line, 23, 22, 5) },
                 { QStringLiteral("HPC"), numberCell(line, 29, 28, 5) },
                 { QStringLiteral("HBPC"), numberCell(line, 35, 34, 5) },
-            };
-            row.nameTable = QStringLiteral("HarLevelNames");
-            row.levelColumn = QStringLiteral("LNHAR");
-            row.nameColumn = QStringLiteral("HNAME");
+            });
             row.name = textCell(line, 39, 40, 60);
         });
 }
 
 void readEnvironmentSection(LineCursor& c)
 {
-    sectionLoop(c, state().comments.CommentsEnvironment, [](const QString& line) { EvironModRead(line); });
+    sectionLoop(c, state().comments.CommentsEnvironment, EvironModRead);
 }
 
 void readHarvestSection(LineCursor& c)
 {
-    sectionLoop(c, state().comments.CommentsHarvest, [](const QString& line) { HarvestRead(line); });
+    sectionLoop(c, state().comments.CommentsHarvest, HarvestRead);
 }
 
 void writeEnvironmentSection(FileWriter& w)

@@ -68,11 +68,14 @@ database::Values typedRow(const QString& table, const database::Values& values)
     return typed;
 }
 
-void storeNamedEvent(const QString& eventTable, const QString& section, const QString& tail,
-    const std::function<void(NamedEventRow&)>& fill)
+void storeNamedEvent(const QString& line, const NamedEventTables& tables, const QString& section,
+    const QString& tail, const std::function<void(NamedEventRow&)>& fill)
 {
+    const QString eventTable = QLatin1String(tables.events);
     NamedEventRow row;
     try {
+        row.level = levelOf(line);
+        row.event = { { QLatin1String(tables.levelColumn), row.level } };
         fill(row);
         row.event = typedRow(eventTable, row.event);
     } catch (const RuntimeError& e) {
@@ -92,7 +95,8 @@ void storeNamedEvent(const QString& eventTable, const QString& section, const QS
     // an error of it, which is the same outcome at less cost.)
     if (!row.name.isNull()) {
         database::tryExec(QStringLiteral("INSERT OR IGNORE INTO [%1] ([%2], [%3]) VALUES (?, ?)")
-                              .arg(row.nameTable, row.levelColumn, row.nameColumn),
+                              .arg(QLatin1String(tables.names), QLatin1String(tables.levelColumn),
+                                  QLatin1String(tables.nameColumn)),
             { row.level, row.name });
     }
     try {

@@ -40,8 +40,19 @@ QVariant dateCell(const QString& line, bool padFour);
 // isn't a number ("Data type conversion error."), which costs the line.
 database::Values typedRow(const QString& table, const database::Values& values);
 
-// The fill-and-store pattern of the named event readers. `fill` builds the
-// event row and the name row inside the error trap. A duplicate key there
+// The tables a named event reader stores into: the event table, its level
+// column (the same name in both tables), and the table of level names with
+// its name column.
+struct NamedEventTables {
+    const char* events;
+    const char* levelColumn;
+    const char* names;
+    const char* nameColumn;
+};
+
+// The fill-and-store pattern of the named event readers. The level comes
+// from the start of `line` and opens the event row; `fill` adds the
+// further cells and the name inside the error trap. A duplicate key there
 // shows "duplicate levels in '<section>'. Level N is read only once." with a
 // stop icon and the title "Error"; any other error shows its own text and
 // `tail`. Either way the line is lost. After a clean fill the name row
@@ -50,13 +61,10 @@ database::Values typedRow(const QString& table, const database::Values& values);
 struct NamedEventRow {
     int level = 0;
     database::Values event;
-    QString nameTable;
-    QString levelColumn;
-    QString nameColumn;
     QVariant name;
 };
-void storeNamedEvent(const QString& eventTable, const QString& section, const QString& tail,
-    const std::function<void(NamedEventRow&)>& fill);
+void storeNamedEvent(const QString& line, const NamedEventTables& tables, const QString& section,
+    const QString& tail, const std::function<void(NamedEventRow&)>& fill);
 
 // --- Writing -------------------------------------------------------------
 

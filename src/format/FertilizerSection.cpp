@@ -30,11 +30,9 @@ void FertilizerRead(const QString& line)
         appendComment(state().comments.CommentsFertilizer, line);
         return;
     }
-    storeNamedEvent(QStringLiteral("Fertilization"), QStringLiteral("Fertilizer"),
+    storeNamedEvent(line, { "Fertilization", "LNFER", "FerLevelNames", "FERNAME" }, QStringLiteral("Fertilizer"),
         QStringLiteral(" in FertilizerRead/frmMain."), [&line](NamedEventRow& row) {
-            row.level = levelOf(line);
-            row.event = {
-                { QStringLiteral("LNFER"), row.level },
+            row.event.insert(row.event.end(), {
                 // The fertilizer date has no four-digit rule.
                 { QStringLiteral("FDAY"), dateCell(line, false) },
                 { QStringLiteral("IFTYPE"), textCell(line, 11, 10, 5) },
@@ -46,10 +44,7 @@ void FertilizerRead(const QString& line)
                 { QStringLiteral("ACFER"), numberCell(line, 47, 46, 5) },
                 { QStringLiteral("AOFER"), numberCell(line, 53, 52, 5) },
                 { QStringLiteral("FOCOD"), textCell(line, 59, 58, 5) },
-            };
-            row.nameTable = QStringLiteral("FerLevelNames");
-            row.levelColumn = QStringLiteral("LNFER");
-            row.nameColumn = QStringLiteral("FERNAME");
+            });
             row.name = textCell(line, 63, 64, 60);
         });
 }
@@ -60,11 +55,9 @@ void ResidueRead(const QString& line)
         appendComment(state().comments.CommentsResidue, line);
         return;
     }
-    storeNamedEvent(QStringLiteral("Residue"), QStringLiteral("Residue"), QStringLiteral(" in ResidueRead/frnMain."),
-        [&line](NamedEventRow& row) {
-            row.level = levelOf(line);
-            row.event = {
-                { QStringLiteral("LNRES"), row.level },
+    storeNamedEvent(line, { "Residue", "LNRES", "ResLevelNames", "RENAME" }, QStringLiteral("Residue"),
+        QStringLiteral(" in ResidueRead/frnMain."), [&line](NamedEventRow& row) {
+            row.event.insert(row.event.end(), {
                 { QStringLiteral("RESDAY"), dateCell(line, true) },
                 { QStringLiteral("RESCOD"), textCell(line, 11, 10, 5) },
                 { QStringLiteral("RESIDUE"), numberCell(line, 17, 16, 5) },
@@ -74,22 +67,19 @@ void ResidueRead(const QString& line)
                 { QStringLiteral("RINP"), numberCell(line, 41, 40, 5) },
                 { QStringLiteral("DEPRES"), numberCell(line, 47, 46, 5) },
                 { QStringLiteral("RMET"), textCell(line, 53, 52, 5) },
-            };
-            row.nameTable = QStringLiteral("ResLevelNames");
-            row.levelColumn = QStringLiteral("LNRES");
-            row.nameColumn = QStringLiteral("RENAME");
+            });
             row.name = textCell(line, 57, 58, 60);
         });
 }
 
 void readFertilizersSection(LineCursor& c)
 {
-    sectionLoop(c, state().comments.CommentsFertilizer, [](const QString& line) { FertilizerRead(line); });
+    sectionLoop(c, state().comments.CommentsFertilizer, FertilizerRead);
 }
 
 void readResiduesSection(LineCursor& c)
 {
-    sectionLoop(c, state().comments.CommentsResidue, [](const QString& line) { ResidueRead(line); });
+    sectionLoop(c, state().comments.CommentsResidue, ResidueRead);
 }
 
 void writeFertilizersSection(FileWriter& w)

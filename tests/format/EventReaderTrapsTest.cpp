@@ -51,8 +51,8 @@ TEST_F(EventReaders, TextInANumberColumnCostsTheLineUnderEachReadersName)
 TEST_F(EventReaders, DuplicateKeyInTheFillGetsTheSectionsOwnMessage)
 {
     using events::NamedEventRow;
-    events::storeNamedEvent(QStringLiteral("Residue"), QStringLiteral("Residue"), QString(), [](NamedEventRow& row) {
-        row.level = 4;
+    const events::NamedEventTables residue { "Residue", "LNRES", "ResLevelNames", "RENAME" };
+    events::storeNamedEvent(QStringLiteral("  4"), residue, QStringLiteral("Residue"), QString(), [](NamedEventRow&) {
         throw RuntimeError(err::DuplicateKey, QStringLiteral("duplicate"));
     });
     ASSERT_EQ(m_ui.messages.size(), 1u);
@@ -61,8 +61,8 @@ TEST_F(EventReaders, DuplicateKeyInTheFillGetsTheSectionsOwnMessage)
     EXPECT_EQ(m_ui.messages[0].icon, MsgIcon::Critical);
 
     // A row the table refuses after a clean fill goes without a word.
-    events::storeNamedEvent(QStringLiteral("Residue"), QStringLiteral("Residue"), QString(), [](NamedEventRow& row) {
-        row.event = { { QStringLiteral("RESCOD"), QStringLiteral("TOO LONG") } };
+    events::storeNamedEvent(QStringLiteral("  4"), residue, QStringLiteral("Residue"), QString(), [](NamedEventRow& row) {
+        row.event.push_back({ QStringLiteral("RESCOD"), QStringLiteral("TOO LONG") });
     });
     EXPECT_EQ(m_ui.messages.size(), 1u);
     EXPECT_EQ(database::rowCount(QStringLiteral("Residue")), 0);
