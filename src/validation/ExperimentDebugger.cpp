@@ -13,6 +13,7 @@
 #include <QDir>
 #include <QSqlRecord>
 
+#include <map>
 #include <optional>
 
 namespace quillon::validation {
@@ -129,15 +130,17 @@ int yearValue(const QString& text)
     return qRound(format::leadingNumber(text));
 }
 
-// The year of a weather code: its fifth and sixth characters with the
-// century of the date codes.
-QString yearOfCode(const QString& code)
+// Two year digits with the century of the date codes: above 25 is 19xx.
+QString fullYear(const QString& digits)
 {
-    const QString digits = code.mid(4, 2);
-    if (digits == QLatin1String("00"))
-        return QStringLiteral("2000");
     return (format::leadingNumber(digits) > 25 ? QStringLiteral("19") : QStringLiteral("20"))
         + digits;
+}
+
+// The year of a weather code: its fifth and sixth characters.
+QString yearOfCode(const QString& code)
+{
+    return fullYear(code.mid(4, 2));
 }
 
 // The year a weather file states on the line after its "@START" line;
@@ -153,6 +156,32 @@ std::optional<QString> yearInFile(const QString& path)
         return trimSpaces(lines.at(i + 1).left(6));
     }
     return std::nullopt;
+}
+
+// While a weather check runs, the years its files state are remembered:
+// treatments that share a field read the field's files once.
+std::map<QString, std::optional<QString>>* statedYears = nullptr;
+
+class StatedYearsPass {
+public:
+    StatedYearsPass() { statedYears = &m_years; }
+    ~StatedYearsPass() { statedYears = nullptr; }
+    StatedYearsPass(const StatedYearsPass&) = delete;
+    StatedYearsPass& operator=(const StatedYearsPass&) = delete;
+
+private:
+    std::map<QString, std::optional<QString>> m_years;
+};
+
+// yearInFile(), read once a pass; a file that fails is read again.
+std::optional<QString> statedYear(const QString& path)
+{
+    if (!statedYears)
+        return yearInFile(path);
+    auto found = statedYears->find(path);
+    if (found == statedYears->end())
+        found = statedYears->emplace(path, yearInFile(path)).first;
+    return found->second;
 }
 
 // How applications of a factor are dated, per its management code.
@@ -247,6 +276,7 @@ void CheckWeatherFileExistence(Findings& findings)
     try {
         // Each station's files are looked up in one folder listing.
         reference::ListingCache listings;
+        const StatedYearsPass years;
         // "Drop Table [Years]" and the table made anew.
         database::remakeTable(QStringLiteral("Years"),
             QStringLiteral("Create Table [Years] (LNFLD Integer,") + QStringLiteral(" Year Integer)"));
@@ -323,7 +353,7 @@ void FindFieldYears_byLevel(int level, WeatherKind kind)
             const QString path
                 = weatherFilePath(code + QLatin1Char('.') + fileExtension(kind).toLower());
             if (!path.isEmpty()) {
-                if (const std::optional<QString> stated = yearInFile(path))
+                if (const std::optional<QString> stated = statedYear(path))
                     year = *stated;
             }
             exec(QStringLiteral("Insert Into [Years] (LNFLD, Year) Values (?, ?)"),
@@ -522,10 +552,7 @@ bool CheckPlantingDate(const QString& code, const QStringList& availableYears)
     const QString trimmed = trimSpaces(code);
     bool found = false;
     if (trimmed.size() == 5) {
-        const QString digits = trimmed.left(2);
-        const QString year
-            = (format::leadingNumber(digits) > 25 ? QStringLiteral("19") : QStringLiteral("20"))
-            + digits;
+        const QString year = fullYear(trimmed.left(2));
         for (const QString& available : availableYears) {
             if (trimSpaces(available) == year) {
                 found = true;
