@@ -8,6 +8,7 @@
 #include "database/WorkDatabase.h"
 #include "format/FileWriter.h"
 #include "format/WriteFile.h"
+#include "reference/SuiteFiles.h"
 #include "validation/ExperimentDebugger.h"
 
 #include <QCoreApplication>
@@ -96,24 +97,11 @@ bool parse(const QStringList& args, Options& o, QString& error)
 // has them, so that files read the way the windowed program reads them.
 void copyDefaults(const QString& suite, const QString& appFolder)
 {
-    QDir tools(suite);
-    for (const char* part : { "TOOLS", "Quillon" }) {
-        const QStringList found = tools.entryList({ QLatin1String(part) }, QDir::Dirs | QDir::CaseSensitive)
-            + tools.entryList(QDir::Dirs);
-        QString match;
-        for (const QString& name : found) {
-            if (name.compare(QLatin1String(part), Qt::CaseInsensitive) == 0) {
-                match = name;
-                break;
-            }
-        }
-        if (match.isEmpty() || !tools.cd(match))
-            return;
-    }
-    for (const QFileInfo& def : tools.entryInfoList(QDir::Files)) {
-        if (def.suffix().compare(QLatin1String("def"), Qt::CaseInsensitive) == 0)
-            QFile::copy(def.absoluteFilePath(), QDir(appFolder).filePath(def.fileName()));
-    }
+    const QString tools = reference::findIn(suite, QStringLiteral("TOOLS/Quillon"));
+    if (tools.isEmpty())
+        return;
+    for (const QString& name : reference::listMatching(tools, QStringLiteral("*.def")))
+        QFile::copy(QDir(tools).filePath(name), QDir(appFolder).filePath(name));
 }
 
 QString defaultSuite()
