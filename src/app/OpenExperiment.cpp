@@ -44,16 +44,29 @@ void dropDamagedWorkDatabase(const QString& unreadableMessage)
 
 } // namespace
 
+void clearLastDocument()
+{
+    validation::DeleteRelations();
+    database::CleanDataBase_Partially();
+    reference::CreateSIMLookUp();
+    reference::CreateSoilLookup();
+}
+
+void fillManagementTables()
+{
+    validation::FillIrrManagement();
+    validation::FillFerManagement();
+    validation::FillResManagement();
+    validation::FillHarManagement();
+}
+
 void prepareWorkDatabase(const QString& unreadableMessage)
 {
     dropDamagedWorkDatabase(unreadableMessage);
     if (QFile::exists(state().WorkDBPath)) {
         database::CreateDataBaseX();
         ui().progress(15);
-        validation::DeleteRelations();
-        database::CleanDataBase_Partially();
-        reference::CreateSIMLookUp();
-        reference::CreateSoilLookup();
+        clearLastDocument();
     } else {
         database::CreateDataBaseX();
         ui().progress(15);
@@ -84,10 +97,7 @@ void openExperiment(const QString& path)
     validation::CheckLevels();
     validation::SetRelations();
     ui().progress(99);
-    validation::FillIrrManagement();
-    validation::FillFerManagement();
-    validation::FillResManagement();
-    validation::FillHarManagement();
+    fillManagementTables();
     reference::CheckOn_ICSoil_Empty();
     database::exec(QStringLiteral("INSERT INTO IC_Water_Nitrogen (LNIC) SELECT LNIC FROM InitialConditions"));
     transaction.commit();

@@ -24,4 +24,13 @@ inline const QString damagedWorkDatabase = QStringLiteral(
 // can't be read at all shows `unreadableMessage` and ends the program.
 void prepareWorkDatabase(const QString& unreadableMessage = damagedWorkDatabase);
 
+// Empties the working database of the last document (its relations go
+// first) and brings the simulation and soil lookups up to date, ready for
+// the next file to be read.
+void clearLastDocument();
+
+// Fills the irrigation, fertilizer, residue and harvest management tables
+// from the document's levels, as after a file is read.
+void fillManagementTables();
+
 } // namespace quillon
