@@ -10,9 +10,7 @@
 #include "database/WorkDatabase.h"
 #include "format/ReadFile.h"
 #include "format/WriteFile.h"
-#include "reference/CodeTables.h"
 #include "reference/SoilLookups.h"
-#include "validation/ManagementTables.h"
 #include "validation/TableRelations.h"
 
 #include <QDir>
@@ -27,20 +25,6 @@ DocumentHost* g_host = nullptr;
 
 using namespace document_text;
 
-bool isSeparator(QChar c)
-{
-    return c == QLatin1Char('/') || c == QLatin1Char('\\');
-}
-
-int doubledSeparatorAt(const QString& path)
-{
-    for (int i = 0; i + 1 < path.size(); ++i) {
-        if (isSeparator(path.at(i)) && isSeparator(path.at(i + 1)))
-            return i;
-    }
-    return -1;
-}
-
 QString withSingleSeparators(QString path)
 {
     for (int i = doubledSeparatorAt(path); i >= 0; i = doubledSeparatorAt(path))
@@ -53,7 +37,7 @@ QString withSingleSeparators(QString path)
 QString firstFolderOf(const QString& path)
 {
     QString folder;
-    for (int i = 3; i < path.size() && !isSeparator(path.at(i)); ++i)
+    for (int i = 3; i < path.size() && !isPathSeparator(path.at(i)); ++i)
         folder += path.at(i);
     return folder;
 }
@@ -133,20 +117,14 @@ void readBack(const QString& editor)
     {
         Busy busy;
         database::Transaction transaction;
-        validation::DeleteRelations();
-        database::CleanDataBase_Partially();
-        reference::CreateSIMLookUp();
-        reference::CreateSoilLookup();
+        clearLastDocument();
         s.comments.clear();
         format::ReadFile(s.ExpFilePath);
         // As after File Open: without this the buffers keep the line break in
         // front of their first line, and the next write would leave them out.
         s.comments.stripLeadingLineBreaks();
         validation::SetRelations();
-        validation::FillIrrManagement();
-        validation::FillFerManagement();
-        validation::FillResManagement();
-        validation::FillHarManagement();
+        fillManagementTables();
         transaction.commit();
     }
     host.setMenuState(MenuState::DocumentOpen);
@@ -156,6 +134,16 @@ void readBack(const QString& editor)
 
 bool saveAsSteps(bool readBackAfter);
 
+// A name with ".X" lacks the crop the extension is made of: the user is told
+// and nothing is written.
+bool fileNameComplete(const QString& path)
+{
+    if (!fileNameOf(path).toUpper().contains(QLatin1String(".X")))
+        return true;
+    msgBox(invalidFileName, MsgButtons::OK, MsgIcon::Critical, errorTitle);
+    return false;
+}
+
 // Save's sequence. Close and Exit run it without the read-back, since the
 // document goes away. Returns whether the file was written.
 bool saveSteps(bool readBackAfter)
@@ -163,11 +151,8 @@ bool saveSteps(bool readBackAfter)
     AppState& s = state();
     DocumentHost& host = documentHost();
 
-    // A name with ".X" lacks the crop the extension is made of.
-    if (fileNameOf(s.ExpFilePath).toUpper().contains(QLatin1String(".X"))) {
-        msgBox(invalidFileName, MsgButtons::OK, MsgIcon::Critical, errorTitle);
+    if (!fileNameComplete(s.ExpFilePath))
         return false;
-    }
     const QString editor = host.closeEditors();
 
     if (!s.LastSavedPath.isEmpty()) {
@@ -228,10 +213,8 @@ bool saveAsSteps(bool readBackAfter)
     // The dialog is the question: the last saved name isn't compared.
     s.LastSavedPath.clear();
 
-    if (fileNameOf(s.ExpFilePath).toUpper().contains(QLatin1String(".X"))) {
-        msgBox(invalidFileName, MsgButtons::OK, MsgIcon::Critical, errorTitle);
+    if (!fileNameComplete(s.ExpFilePath))
         return false;
-    }
     const QString editor = host.closeEditors();
     const Identification id = currentIdentification();
     if (!identificationComplete(id)) {

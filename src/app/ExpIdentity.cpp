@@ -15,15 +15,10 @@ namespace quillon {
 
 namespace {
 
-bool isSeparator(QChar c)
-{
-    return c == QLatin1Char('/') || c == QLatin1Char('\\');
-}
-
 int lastSeparator(const QString& path)
 {
     for (int i = path.size() - 1; i >= 0; --i) {
-        if (isSeparator(path.at(i)))
+        if (isPathSeparator(path.at(i)))
             return i;
     }
     return -1;
@@ -132,21 +127,39 @@ void setFileType(AppState& s, FileType type)
     s.FileTypeLabel = QLatin1Char('(') + fileTypeWord(type) + QLatin1Char(')');
 }
 
+namespace {
+
+// The names a file type goes by: its word in captions, its code in
+// ExpDetails, and the suite folder its files are kept in.
+struct FileTypeNames {
+    const char* word;
+    const char* code;
+    const char* folder;
+};
+
+const FileTypeNames& namesOf(FileType type)
+{
+    // In the order of the enum's values.
+    static const FileTypeNames names[] = {
+        { "experimental", "", "" },
+        { "sequence", "sq", "Sequence" },
+        { "seasonal", "sn", "Seasonal" },
+        { "spatial", "gs", "Spatial" },
+        { "forecast", "fc", "YieldForecast" },
+    };
+    return names[static_cast<int>(type)];
+}
+
+QString nameText(const char* name)
+{
+    return *name ? QString::fromLatin1(name) : QString();
+}
+
+} // namespace
+
 QString fileTypeWord(FileType type)
 {
-    switch (type) {
-    case FileType::Sequence:
-        return QStringLiteral("sequence");
-    case FileType::Seasonal:
-        return QStringLiteral("seasonal");
-    case FileType::Spatial:
-        return QStringLiteral("spatial");
-    case FileType::Forecast:
-        return QStringLiteral("forecast");
-    case FileType::Experimental:
-        break;
-    }
-    return QStringLiteral("experimental");
+    return QString::fromLatin1(namesOf(type).word);
 }
 
 QString fileTypeName(FileType type)
@@ -158,36 +171,12 @@ QString fileTypeName(FileType type)
 
 QString fileTypeCode(FileType type)
 {
-    switch (type) {
-    case FileType::Sequence:
-        return QStringLiteral("sq");
-    case FileType::Seasonal:
-        return QStringLiteral("sn");
-    case FileType::Spatial:
-        return QStringLiteral("gs");
-    case FileType::Forecast:
-        return QStringLiteral("fc");
-    case FileType::Experimental:
-        break;
-    }
-    return QString();
+    return nameText(namesOf(type).code);
 }
 
 QString fileTypeFolder(FileType type)
 {
-    switch (type) {
-    case FileType::Sequence:
-        return QStringLiteral("Sequence");
-    case FileType::Seasonal:
-        return QStringLiteral("Seasonal");
-    case FileType::Spatial:
-        return QStringLiteral("Spatial");
-    case FileType::Forecast:
-        return QStringLiteral("YieldForecast");
-    case FileType::Experimental:
-        break;
-    }
-    return QString();
+    return nameText(namesOf(type).folder);
 }
 
 std::optional<QString> acceptRange(const QString& text, const RangeRule& rule)
@@ -268,6 +257,20 @@ YearAndNumber splitExperimentNumber(const QString& exptno)
     return { QString::number(year), QString::number(value.mid(2).toInt()) };
 }
 
+bool isPathSeparator(QChar c)
+{
+    return c == QLatin1Char('/') || c == QLatin1Char('\\');
+}
+
+int doubledSeparatorAt(const QString& path)
+{
+    for (int i = 0; i + 1 < path.size(); ++i) {
+        if (isPathSeparator(path.at(i)) && isPathSeparator(path.at(i + 1)))
+            return i;
+    }
+    return -1;
+}
+
 QString folderOf(const QString& path)
 {
     const int at = lastSeparator(path);
@@ -302,12 +305,9 @@ QString pathForType(const QString& path, FileType type)
     if (type == FileType::Experimental)
         return path;
     QString result = path;
-    for (int i = 0; i + 1 < result.size(); ++i) {
-        if (isSeparator(result.at(i)) && isSeparator(result.at(i + 1))) {
-            result.replace(i, 2, sep() + fileTypeFolder(type) + sep());
-            break;
-        }
-    }
+    const int gap = doubledSeparatorAt(result);
+    if (gap >= 0)
+        result.replace(gap, 2, sep() + fileTypeFolder(type) + sep());
     if (result.endsWith(QLatin1String(".x"), Qt::CaseInsensitive)) {
         result.chop(2);
         result += QLatin1Char('.') + fileTypeCode(type).toUpper() + QLatin1Char('X');

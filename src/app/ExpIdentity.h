@@ -134,6 +134,11 @@ QString experimentFilePath(const FileNameParts& parts);
 // experimental type leave the path as it is.
 QString pathForType(const QString& path, FileType type);
 
+// Whether `c` separates a path's parts: "/" or "\".
+bool isPathSeparator(QChar c);
+// Where a path has two separators in a row (the first of them), or -1.
+int doubledSeparatorAt(const QString& path);
+
 // The text of a path up to its last separator ("/" or "\"), without it;
 // empty when there is none.
 QString folderOf(const QString& path);
