@@ -286,28 +286,29 @@ bool frmExpidentify::refuse(
     return false;
 }
 
+bool frmExpidentify::checked(QLineEdit* box, const QString& message)
+{
+    return message.isEmpty() || refuse(box, message, MsgIcon::Exclamation);
+}
+
 bool frmExpidentify::txtINSTE_Validate()
 {
-    const QString message = checkInstitute(m_txtINSTE->text());
-    return message.isEmpty() || refuse(m_txtINSTE, message, MsgIcon::Exclamation);
+    return checked(m_txtINSTE, checkInstitute(m_txtINSTE->text()));
 }
 
 bool frmExpidentify::TxtSitee_Validate()
 {
-    const QString message = checkSite(m_TxtSitee->text());
-    return message.isEmpty() || refuse(m_TxtSitee, message, MsgIcon::Exclamation);
+    return checked(m_TxtSitee, checkSite(m_TxtSitee->text()));
 }
 
 bool frmExpidentify::TxtEXPTNO_Validate()
 {
-    const QString message = checkExperimentNumber(m_TxtEXPTNO->text());
-    return message.isEmpty() || refuse(m_TxtEXPTNO, message, MsgIcon::Exclamation);
+    return checked(m_TxtEXPTNO, checkExperimentNumber(m_TxtEXPTNO->text()));
 }
 
 bool frmExpidentify::txtYear_Validate()
 {
-    const QString message = checkYear(m_txtYear->text());
-    return message.isEmpty() || refuse(m_txtYear, message, MsgIcon::Exclamation);
+    return checked(m_txtYear, checkYear(m_txtYear->text()));
 }
 
 bool frmExpidentify::txtNumber_Validate()

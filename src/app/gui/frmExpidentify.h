@@ -78,6 +78,9 @@ private:
     void showCropState();
     bool refuse(
         QLineEdit* box, const QString& message, MsgIcon icon, const QString& title = QString());
+    // True when a box's check found nothing (`message` empty); refuses the
+    // entry with the message otherwise.
+    bool checked(QLineEdit* box, const QString& message);
 
     QComboBox* m_cmbType;
     QComboBox* m_DBCombo1;

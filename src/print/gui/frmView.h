@@ -38,7 +38,6 @@ public:
     // Makes `path` the pane's file and shows it.
     void loadFile(const QString& path);
     QString text() const;
-    QString paneFile() const { return m_paneFile; }
 
     void cmdExit_Click();
     // Writes the scratch file anew, so that changes made since the window
