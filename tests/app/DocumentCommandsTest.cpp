@@ -91,12 +91,6 @@ public:
     int saveFileAnswer = 3;
 };
 
-QByteArray contentsOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 class DocumentCommandsTest : public SampleSuiteTest {
 protected:
     void SetUp() override
@@ -199,7 +193,7 @@ TEST_F(DocumentCommandsTest, SaveWritesThenTheTablesHoldWhatTheFileHolds)
 {
     const QString path = copyOfMaize(QStringLiteral("QLNV2102.MZX"));
     open(path);
-    const QByteArray before = contentsOf(path);
+    const QByteArray before = bytesOf(path);
     m_host.window->details.ENAME = QStringLiteral("MAIZE NITROGEN, SAVED AGAIN");
     // A change the file can't hold: a treatment name longer than its column
     // in the file is cut when it is written, and so when it is read back.
@@ -208,7 +202,7 @@ TEST_F(DocumentCommandsTest, SaveWritesThenTheTablesHoldWhatTheFileHolds)
 
     mnuFileSave_Click();
     EXPECT_TRUE(m_ui.messages.empty()) << m_ui.texts().join(QLatin1Char('\n')).toStdString();
-    const QByteArray after = contentsOf(path);
+    const QByteArray after = bytesOf(path);
     EXPECT_NE(after, before);
     EXPECT_TRUE(after.startsWith("*EXP.DETAILS: QLNV2102MZ MAIZE NITROGEN, SAVED AGAIN"));
     EXPECT_EQ(title(), QStringLiteral("MAIZE NITROGEN, SAVED AGAIN"));
@@ -225,7 +219,7 @@ TEST_F(DocumentCommandsTest, SaveWritesThenTheTablesHoldWhatTheFileHolds)
     // Saving again writes the same text: comments and all survive the
     // read-back.
     mnuFileSave_Click();
-    EXPECT_EQ(contentsOf(path), after);
+    EXPECT_EQ(bytesOf(path), after);
     EXPECT_TRUE(
         after.contains("\r\n! Plot sizes in m2 and m; the harvest area is the two centre rows."));
 
@@ -242,7 +236,7 @@ TEST_F(DocumentCommandsTest, SaveRefusesNamesAndIdentificationThatCantMakeAFile)
 {
     const QString path = copyOfMaize(QStringLiteral("QLNV2103.MZX"));
     open(path);
-    const QByteArray before = contentsOf(path);
+    const QByteArray before = bytesOf(path);
     AppState& s = state();
 
     // A ".X" name lacks its crop: nothing else happens.
@@ -267,7 +261,7 @@ TEST_F(DocumentCommandsTest, SaveRefusesNamesAndIdentificationThatCantMakeAFile)
     m_ui.clear();
     mnuFileSave_Click();
     EXPECT_EQ(m_ui.texts(), QStringList { QStringLiteral("You must choose a crop name.") });
-    EXPECT_EQ(contentsOf(path), before);
+    EXPECT_EQ(bytesOf(path), before);
 
     // A renamed file is announced, and Cancel keeps it unsaved.
     m_host.window->cropCode = QStringLiteral("MZ");
@@ -302,7 +296,7 @@ TEST_F(DocumentCommandsTest, FailedWriteLeavesTheOldFileAndTheDocument)
     const QString path = folder + QStringLiteral("/QLNV2105.MZX");
     ASSERT_TRUE(QFile::copy(maizeFile(), path));
     open(path);
-    const QByteArray before = contentsOf(path);
+    const QByteArray before = bytesOf(path);
     // An immutable folder refuses the new file, also to the superuser.
     if (QProcess::execute(QStringLiteral("chattr"), { QStringLiteral("+i"), folder }) != 0)
         GTEST_SKIP() << "chattr is not available here";
@@ -313,7 +307,7 @@ TEST_F(DocumentCommandsTest, FailedWriteLeavesTheOldFileAndTheDocument)
     ASSERT_EQ(m_ui.messages.size(), 1u);
     EXPECT_TRUE(m_ui.messages[0].text.startsWith(
         QStringLiteral("Cannot open file ") + path + QStringLiteral(". ")));
-    EXPECT_EQ(contentsOf(path), before);
+    EXPECT_EQ(bytesOf(path), before);
     // The document wasn't read back: what the user had stays, and a Close
     // still asks.
     EXPECT_FALSE(m_host.calls.contains(QStringLiteral("unload")));
@@ -347,7 +341,7 @@ TEST_F(DocumentCommandsTest, SaveAsWritesUnderTheNewNameAfterItsChecks)
     m_ui.answers.push_back(MsgAnswer::No);
     mnuFileSaveAs_Click();
     EXPECT_EQ(m_ui.texts(), QStringList { overwrite });
-    EXPECT_EQ(contentsOf(copy), contentsOf(suitePath(QStringLiteral("TERVAPRO.V48"))));
+    EXPECT_EQ(bytesOf(copy), bytesOf(suitePath(QStringLiteral("TERVAPRO.V48"))));
     EXPECT_EQ(s.ExpFilePath, maizeFile());
 
     m_ui.clear();
@@ -356,7 +350,7 @@ TEST_F(DocumentCommandsTest, SaveAsWritesUnderTheNewNameAfterItsChecks)
     m_ui.answers.push_back(MsgAnswer::Yes);
     mnuFileSaveAs_Click();
     EXPECT_EQ(m_ui.texts(), QStringList { overwrite });
-    EXPECT_TRUE(contentsOf(copy).startsWith("*EXP.DETAILS: QLNV2199MZ MAIZE NITROGEN RATE"));
+    EXPECT_TRUE(bytesOf(copy).startsWith("*EXP.DETAILS: QLNV2199MZ MAIZE NITROGEN RATE"));
     EXPECT_EQ(s.ExpFilePath, copy);
     EXPECT_TRUE(m_host.calls.contains(QStringLiteral("captions:") + copy));
     EXPECT_EQ(rowsOf(QStringLiteral("SELECT EXPTNO FROM ExpDetails")),
@@ -382,16 +376,16 @@ TEST_F(DocumentCommandsTest, CloseAndExitAskAboutUnsavedChanges)
 
     m_ui.clear();
     m_ui.answers = { MsgAnswer::No };
-    const QByteArray before = contentsOf(maizeFile());
+    const QByteArray before = bytesOf(maizeFile());
     EXPECT_TRUE(mnuFileExit_Click());
-    EXPECT_EQ(contentsOf(maizeFile()), before);
+    EXPECT_EQ(bytesOf(maizeFile()), before);
 
     // Yes on Close writes the file (with the window's title) and closes.
     m_ui.clear();
     m_ui.answers = { MsgAnswer::Yes };
     m_host.window->details.ENAME = QStringLiteral("WRITTEN ON CLOSE");
     EXPECT_TRUE(mnuFileClose_Click());
-    EXPECT_TRUE(contentsOf(maizeFile()).startsWith("*EXP.DETAILS: QLNV2101MZ WRITTEN ON CLOSE"));
+    EXPECT_TRUE(bytesOf(maizeFile()).startsWith("*EXP.DETAILS: QLNV2101MZ WRITTEN ON CLOSE"));
     EXPECT_FALSE(s.DocumentOpen);
     EXPECT_TRUE(mnuFileExit_Click());
 }

@@ -32,11 +32,6 @@ protected:
             return true;
         };
     }
-    QByteArray fileStart(const QString& path, int bytes = 5)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.read(bytes) : QByteArray();
-    }
     int m_runs = 0;
 };
 
@@ -92,7 +87,7 @@ TEST_F(FileViewWindowTest, PrintGoesToAPdfFileAndCancelPrintsNothing)
 
     m_ui.printAnswers.push_back({ true, pdf, QString() });
     view.Command1_Click();
-    EXPECT_EQ(fileStart(pdf), QByteArray("%PDF-"));
+    EXPECT_EQ(test::bytesOf(pdf, 5), QByteArray("%PDF-"));
     EXPECT_TRUE(m_ui.messages.empty());
 }
 
@@ -105,7 +100,7 @@ TEST_F(FileViewWindowTest, MenuPrintLeavesNoWindowAndNoScratchFile)
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(prepared, 1);
     EXPECT_EQ(m_runs, 1);
-    EXPECT_EQ(fileStart(pdf), QByteArray("%PDF-"));
+    EXPECT_EQ(test::bytesOf(pdf, 5), QByteArray("%PDF-"));
     EXPECT_FALSE(print::ViewOpen());
     EXPECT_FALSE(QFile::exists(print::ViewFilePath()));
     EXPECT_EQ(visibleViews(), 0);
@@ -122,7 +117,7 @@ TEST_F(FileViewWindowTest, MenuPrintLeavesNoWindowAndNoScratchFile)
     printFileView(nullptr, countingWriter(), {});
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(m_runs, 2);
-    EXPECT_EQ(fileStart(second), QByteArray("%PDF-"));
+    EXPECT_EQ(test::bytesOf(second, 5), QByteArray("%PDF-"));
     EXPECT_EQ(visibleViews(), 0);
     EXPECT_FALSE(print::ViewOpen());
     (void)view;

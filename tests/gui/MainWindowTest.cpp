@@ -5,6 +5,7 @@
 #include "print/FileView.h"
 #include "print/gui/frmView.h"
 #include "support/SampleSuiteFixture.h"
+#include "support/WorkDbFixture.h"
 
 #include <QAction>
 #include <QApplication>
@@ -25,12 +26,6 @@ frmView* visibleView()
             return static_cast<frmView*>(w);
     }
     return nullptr;
-}
-
-QByteArray fileStart(const QString& path, int bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.read(bytes) : QByteArray();
 }
 
 class MainWindowTest : public SampleSuiteTest {
@@ -103,7 +98,7 @@ TEST_F(MainWindowTest, OpenPreviewPrintSaveAsCloseAndExit)
     const QString pdf = m_dir.filePath(QStringLiteral("maize.pdf"));
     m_ui.printAnswers.push_back({ true, pdf, QString() });
     trigger("mnuPrint");
-    EXPECT_EQ(fileStart(pdf, 5), QByteArray("%PDF-"));
+    EXPECT_EQ(bytesOf(pdf, 5), QByteArray("%PDF-"));
     EXPECT_EQ(visibleView(), nullptr);
     EXPECT_FALSE(QFile::exists(print::ViewFilePath()));
 
@@ -112,7 +107,7 @@ TEST_F(MainWindowTest, OpenPreviewPrintSaveAsCloseAndExit)
     m_ui.fileAnswers.push_back(copy);
     trigger("mnuFileSaveAs");
     EXPECT_TRUE(m_ui.messages.empty()) << expectNoMessages().toStdString();
-    EXPECT_EQ(fileStart(copy, 24), QByteArray("*EXP.DETAILS: QLNV2102MZ"));
+    EXPECT_EQ(bytesOf(copy, 24), QByteArray("*EXP.DETAILS: QLNV2102MZ"));
     ASSERT_NE(m_window.identificationWindow(), nullptr);
     EXPECT_TRUE(
         m_window.identificationWindow()->windowTitle().endsWith(QStringLiteral(" QLNV2102.MZX")));

@@ -5,6 +5,7 @@
 #include "database/WorkDatabase.h"
 
 #include <QDir>
+#include <QFile>
 #include <QSqlRecord>
 
 namespace quillon::test {
@@ -23,6 +24,14 @@ void WorkDbTest::SetUp()
 }
 
 void WorkDbTest::TearDown() { database::closeWorkDB(); }
+
+QByteArray bytesOf(const QString& path, qint64 count)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return QByteArray();
+    return count < 0 ? file.readAll() : file.read(count);
+}
 
 QStringList rowsOf(const QString& sql)
 {

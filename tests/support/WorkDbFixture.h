@@ -24,4 +24,7 @@ protected:
 // The rows of a query as text, one "a|b|c" line per row.
 QStringList rowsOf(const QString& sql);
 
+// The bytes of a file, or its first `count` bytes; empty when it can't be read.
+QByteArray bytesOf(const QString& path, qint64 count = -1);
+
 } // namespace quillon::test
