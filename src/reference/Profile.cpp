@@ -11,25 +11,19 @@
 
 #include <QFileInfo>
 
-#include <optional>
-
 namespace quillon::reference {
 
-namespace {
-
-// The location text of the first profile row with `code`; nothing when the
-// profile has no such row.
-std::optional<QString> profileLocation(const char* code)
+QString requiredProfileLocation(const char* code, const QString& missing)
 {
     QSqlQuery q = database::select(
         QStringLiteral("SELECT Path FROM TERVAPRO WHERE CODE = ? ORDER BY rowid"),
         { QLatin1String(code) });
-    if (!q.next())
-        return std::nullopt;
+    if (!q.next()) {
+        msgBox(missing);
+        endProgram();
+    }
     return locationText(q.value(0).toString());
 }
-
-} // namespace
 
 void LocateAvailableData()
 {
@@ -56,20 +50,12 @@ void LocateAvailableData()
                         textOrNull(format::trimSpaces(format::mid(line, 4, 100))) } });
         }
 
-        const std::optional<QString> weather = profileLocation("WED");
-        if (!weather) {
-            msgBox(QStringLiteral("Cannot locate Weather files."));
-            endProgram();
-        }
-        s.WeatherFolder = *weather;
+        s.WeatherFolder
+            = requiredProfileLocation("WED", QStringLiteral("Cannot locate Weather files."));
         fillWeatherLookup();
 
-        const std::optional<QString> genotype = profileLocation("CRD");
-        if (!genotype) {
-            msgBox(QStringLiteral("Cannot locate Genotype files."));
-            endProgram();
-        }
-        s.GenotypeFolder = *genotype;
+        s.GenotypeFolder
+            = requiredProfileLocation("CRD", QStringLiteral("Cannot locate Genotype files."));
         fillTotalWeatherLookup();
     } catch (const RuntimeError& e) {
         reportError(e.text(), QStringLiteral("in LocateAvailableData."));

@@ -1,6 +1,12 @@
 #pragma once
 
+#include <QString>
+
 namespace quillon::reference {
+
+// The location text of the first row of TERVAPRO with `code` ("WED", "CRD",
+// "SLD" …). Without such a row, `missing` is shown and the program ends.
+QString requiredProfileLocation(const char* code, const QString& missing);
 
 // Reads the suite's profile TERVAPRO.V48 from DataFolder into the table
 // TERVAPRO, sets WeatherFolder from its WED row, lists the weather folder

@@ -7,10 +7,10 @@
 #include "format/NumberText.h"
 #include "format/TextLines.h"
 #include "reference/LookupText.h"
+#include "reference/Profile.h"
 #include "reference/SuiteFiles.h"
 
 #include <algorithm>
-#include <utility>
 #include <vector>
 
 namespace quillon::reference {
@@ -94,14 +94,7 @@ QStringList& SoilLines()
 
 void CreateSoilLookup()
 {
-    QSqlQuery q = database::select(
-        QStringLiteral("SELECT Path FROM TERVAPRO WHERE CODE = 'SLD' ORDER BY rowid"));
-    if (!q.next()) {
-        msgBox(QStringLiteral("Cannot locate Soil files."));
-        endProgram();
-    }
-    SoilFolder() = locationText(q.value(0).toString());
-    q.finish();
+    SoilFolder() = requiredProfileLocation("SLD", QStringLiteral("Cannot locate Soil files."));
     SoilLines().clear();
 
     database::Transaction transaction;
