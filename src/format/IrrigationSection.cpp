@@ -163,6 +163,9 @@ void writeIrrigationSection(FileWriter& w)
     w.line();
     w.line(QStringLiteral("*IRRIGATION AND WATER MANAGEMENT"));
 
+    // Whether any application has a water volume decides the dates header of
+    // every level, and the writing doesn't change it: asked once.
+    const bool longForm = FindIIRV();
     QSqlQuery q = database::select(QStringLiteral("SELECT * FROM Irrigation ORDER BY LNIR"));
     while (q.next()) {
         const QVariant level = q.value(QStringLiteral("LNIR"));
@@ -181,7 +184,6 @@ void writeIrrigationSection(FileWriter& w)
             + rightJustified(numberOr99(q.value(QStringLiteral("AIRAMX"))), 6)
             + QLatin1Char(' ') + name);
 
-        const bool longForm = FindIIRV();
         QSqlQuery a = database::select(
             QStringLiteral("SELECT * FROM IrrigApplications WHERE LNIR = ? ORDER BY rowid"), { level });
         bool first = true;
