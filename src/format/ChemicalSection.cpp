@@ -1,7 +1,6 @@
 #include "format/ChemicalSection.h"
 
 #include "app/AppState.h"
-#include "database/Sql.h"
 #include "format/Columns.h"
 #include "format/EventCells.h"
 #include "format/NumberText.h"
@@ -29,6 +28,10 @@ QString depthText(const QVariant& value)
     return isMissing(value) ? QStringLiteral("-99") : maskedNumber(value, QStringLiteral("##"));
 }
 
+// The tables of the two sections.
+const NamedEventTables ChemicalTables { "Chemicals", "LNCHE", "ChemLevelNames", "CHNAME" };
+const NamedEventTables TillageTables { "Tillage", "LNTIL", "TillLevelNames", "TNAME" };
+
 } // namespace
 
 void ChemicalRead(const QString& line)
@@ -37,7 +40,7 @@ void ChemicalRead(const QString& line)
         appendComment(state().comments.CommentsChemical, line);
         return;
     }
-    storeNamedEvent(line, { "Chemicals", "LNCHE", "ChemLevelNames", "CHNAME" }, QStringLiteral("Chemical Applications"),
+    storeNamedEvent(line, ChemicalTables, QStringLiteral("Chemical Applications"),
         QStringLiteral(" in ChemicalRead/frmMain."), [&line](NamedEventRow& row) {
             row.event.insert(row.event.end(), {
                 { QStringLiteral("CDate"), dateCell(line, true) },
@@ -59,7 +62,7 @@ void TillageRead(const QString& line)
         appendComment(state().comments.CommentsTillage, line);
         return;
     }
-    storeNamedEvent(line, { "Tillage", "LNTIL", "TillLevelNames", "TNAME" }, QStringLiteral("Tillage"),
+    storeNamedEvent(line, TillageTables, QStringLiteral("Tillage"),
         QStringLiteral(" in TillageRead/frmMain."), [&line](NamedEventRow& row) {
             row.event.insert(row.event.end(), {
                 { QStringLiteral("TDATE"), dateCell(line, true) },
@@ -82,23 +85,18 @@ void readTillageSection(LineCursor& c)
 
 void writeChemicalsSection(FileWriter& w)
 {
-    if (database::rowCount(QStringLiteral("Chemicals")) == 0)
+    const bool written = writeNamedEvents(w, ChemicalTables, QStringLiteral("*CHEMICAL APPLICATIONS"),
+        QStringLiteral("@C CDATE CHCOD CHAMT  CHME CHDEP   CHT..CHNAME"), validation::Find_CHNAME,
+        [](const QSqlQuery& q) {
+            return rightJustified(textOr99(q.value(QStringLiteral("CDate"))), 5)
+                + rightJustified(textOr99(q.value(QStringLiteral("CHCOD"))), 6)
+                + rightJustified(amountText(q.value(QStringLiteral("CHAMT"))), 6)
+                + rightJustified(textOr99(q.value(QStringLiteral("CHMET"))), 6)
+                + rightJustified(depthText(q.value(QStringLiteral("CHDEP"))), 6)
+                + rightJustified(textOr99(q.value(QStringLiteral("CHT"))), 6) + QStringLiteral("  ");
+        });
+    if (!written)
         return;
-    w.line();
-    w.line(QStringLiteral("*CHEMICAL APPLICATIONS"));
-    w.line(QStringLiteral("@C CDATE CHCOD CHAMT  CHME CHDEP   CHT..CHNAME"));
-    QSqlQuery q = database::select(QStringLiteral("SELECT * FROM Chemicals ORDER BY LNCHE, rowid"));
-    events::LevelNameLookup names(validation::Find_CHNAME);
-    while (q.next()) {
-        const QVariant level = q.value(QStringLiteral("LNCHE"));
-        w.line(levelColumn(level) + rightJustified(textOr99(q.value(QStringLiteral("CDate"))), 5)
-            + rightJustified(textOr99(q.value(QStringLiteral("CHCOD"))), 6)
-            + rightJustified(amountText(q.value(QStringLiteral("CHAMT"))), 6)
-            + rightJustified(textOr99(q.value(QStringLiteral("CHMET"))), 6)
-            + rightJustified(depthText(q.value(QStringLiteral("CHDEP"))), 6)
-            + rightJustified(textOr99(q.value(QStringLiteral("CHT"))), 6) + QStringLiteral("  ")
-            + names(level));
-    }
     // The first-character test looks at the residue comments rather than the
     // chemical ones: that is how this block has always been decided, and it
     // stays so.
@@ -109,21 +107,13 @@ void writeChemicalsSection(FileWriter& w)
 
 void writeTillageSection(FileWriter& w)
 {
-    if (database::rowCount(QStringLiteral("Tillage")) == 0)
-        return;
-    w.line();
-    w.line(QStringLiteral("*TILLAGE AND ROTATIONS"));
-    w.line(QStringLiteral("@T TDATE TIMPL  TDEP TNAME"));
-    QSqlQuery q = database::select(QStringLiteral("SELECT * FROM Tillage ORDER BY LNTIL, rowid"));
-    events::LevelNameLookup names(validation::Find_TillNAME);
-    while (q.next()) {
-        const QVariant level = q.value(QStringLiteral("LNTIL"));
-        w.line(levelColumn(level) + rightJustified(textOr99(q.value(QStringLiteral("TDATE"))), 5)
-            + rightJustified(textOr99(q.value(QStringLiteral("TIMPL"))), 6)
-            + rightJustified(roundedOr99(q.value(QStringLiteral("TDEP")), 0), 6) + QLatin1Char(' ')
-            + names(level));
-    }
-    w.comments(state().comments.CommentsTillage);
+    if (writeNamedEvents(w, TillageTables, QStringLiteral("*TILLAGE AND ROTATIONS"),
+            QStringLiteral("@T TDATE TIMPL  TDEP TNAME"), validation::Find_TillNAME, [](const QSqlQuery& q) {
+                return rightJustified(textOr99(q.value(QStringLiteral("TDATE"))), 5)
+                    + rightJustified(textOr99(q.value(QStringLiteral("TIMPL"))), 6)
+                    + rightJustified(roundedOr99(q.value(QStringLiteral("TDEP")), 0), 6) + QLatin1Char(' ');
+            }))
+        w.comments(state().comments.CommentsTillage);
 }
 
 } // namespace quillon::format

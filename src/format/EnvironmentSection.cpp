@@ -1,7 +1,6 @@
 #include "format/EnvironmentSection.h"
 
 #include "app/AppState.h"
-#include "database/Sql.h"
 #include "format/Columns.h"
 #include "format/EventCells.h"
 #include "format/NumberText.h"
@@ -98,6 +97,10 @@ void addCutComment(QString& buffer, const QString& line)
     buffer = buffer.mid(2);
 }
 
+// The tables of the two sections.
+const NamedEventTables EnvironmentTables { "EnvironMod", "LNENV", "EnvLevelNames", "ENVNAME" };
+const NamedEventTables HarvestTables { "Harvest", "LNHAR", "HarLevelNames", "HNAME" };
+
 } // namespace
 
 void EvironModRead(const QString& line)
@@ -106,7 +109,7 @@ void EvironModRead(const QString& line)
         addCutComment(state().comments.CommentsEnvironment, line);
         return;
     }
-    storeNamedEvent(line, { "EnvironMod", "LNENV", "EnvLevelNames", "ENVNAME" }, QStringLiteral("Environmental Modifications"),
+    storeNamedEvent(line, EnvironmentTables, QStringLiteral("Environmental Modifications"),
         QStringLiteral(" in EvironModRead/frmMain."), [&line](NamedEventRow& row) {
             row.event.push_back({ QStringLiteral("WMDATE"), dateCell(line, true) });
             for (const Variable& v : Variables) {
@@ -124,7 +127,7 @@ void HarvestRead(const QString& line)
         addCutComment(state().comments.CommentsHarvest, line);
         return;
     }
-    storeNamedEvent(line, { "Harvest", "LNHAR", "HarLevelNames", "HNAME" }, QStringLiteral("Harvest"),
+    storeNamedEvent(line, HarvestTables, QStringLiteral("Harvest"),
         QStringLiteral(" in HarvestRead/frmMain."), [&line](NamedEventRow& row) {
             row.event.insert(row.event.end(), {
                 { QStringLiteral("HDATE"), dateCell(line, true) },
@@ -150,43 +153,31 @@ void readHarvestSection(LineCursor& c)
 
 void writeEnvironmentSection(FileWriter& w)
 {
-    if (database::rowCount(QStringLiteral("EnvironMod")) == 0)
-        return;
-    w.line();
-    w.line(QStringLiteral("*ENVIRONMENT MODIFICATIONS"));
-    w.line(QStringLiteral("@E ODATE EDAY  ERAD  EMAX  ") + QStringLiteral("EMIN  ERAIN ECO2  EDEW  EWIND ENVNAME  "));
-    QSqlQuery q = database::select(QStringLiteral("SELECT * FROM EnvironMod ORDER BY LNENV, rowid"));
-    events::LevelNameLookup names(validation::Find_EnvNAME);
-    while (q.next()) {
-        const QVariant level = q.value(QStringLiteral("LNENV"));
-        QString text = levelColumn(level) + rightJustified(textOr99(q.value(QStringLiteral("WMDATE"))), 5);
-        for (const Variable& v : Variables)
-            text += pairText(v, q.value(QLatin1String(v.factor)), q.value(QLatin1String(v.adjustment)));
-        w.line(text + QLatin1Char(' ') + names(level));
-    }
-    w.comments(state().comments.CommentsEnvironment);
+    if (writeNamedEvents(w, EnvironmentTables, QStringLiteral("*ENVIRONMENT MODIFICATIONS"),
+            QStringLiteral("@E ODATE EDAY  ERAD  EMAX  EMIN  ERAIN ECO2  EDEW  EWIND ENVNAME  "),
+            validation::Find_EnvNAME, [](const QSqlQuery& q) {
+                QString text = rightJustified(textOr99(q.value(QStringLiteral("WMDATE"))), 5);
+                for (const Variable& v : Variables)
+                    text += pairText(v, q.value(QLatin1String(v.factor)), q.value(QLatin1String(v.adjustment)));
+                return text + QLatin1Char(' ');
+            }))
+        w.comments(state().comments.CommentsEnvironment);
 }
 
 void writeHarvestSection(FileWriter& w)
 {
-    if (database::rowCount(QStringLiteral("Harvest")) == 0)
-        return;
-    w.line();
-    w.line(QStringLiteral("*HARVEST DETAILS"));
-    w.line(QStringLiteral("@H HDATE  HSTG  HCOM HSIZE   HPC  HBPC HNAME"));
-    QSqlQuery q = database::select(QStringLiteral("SELECT * FROM Harvest ORDER BY LNHAR, rowid"));
-    events::LevelNameLookup names(validation::Find_HarNAME);
-    while (q.next()) {
-        const QVariant level = q.value(QStringLiteral("LNHAR"));
-        w.line(levelColumn(level) + rightJustified(textOr99(q.value(QStringLiteral("HDATE"))), 5)
-            + rightJustified(stageText(q.value(QStringLiteral("HSTG"))), 6)
-            + rightJustified(textOr99(q.value(QStringLiteral("HCOM"))), 6)
-            + rightJustified(textOr99(q.value(QStringLiteral("HSIZ"))), 6)
-            + rightJustified(maskOr99(q.value(QStringLiteral("HPC")), QStringLiteral("#0.0")), 6)
-            + rightJustified(maskOr99(q.value(QStringLiteral("HBPC")), QStringLiteral("#0.0")), 6) + QLatin1Char(' ')
-            + names(level));
-    }
-    w.comments(state().comments.CommentsHarvest);
+    if (writeNamedEvents(w, HarvestTables, QStringLiteral("*HARVEST DETAILS"),
+            QStringLiteral("@H HDATE  HSTG  HCOM HSIZE   HPC  HBPC HNAME"), validation::Find_HarNAME,
+            [](const QSqlQuery& q) {
+                return rightJustified(textOr99(q.value(QStringLiteral("HDATE"))), 5)
+                    + rightJustified(stageText(q.value(QStringLiteral("HSTG"))), 6)
+                    + rightJustified(textOr99(q.value(QStringLiteral("HCOM"))), 6)
+                    + rightJustified(textOr99(q.value(QStringLiteral("HSIZ"))), 6)
+                    + rightJustified(maskOr99(q.value(QStringLiteral("HPC")), QStringLiteral("#0.0")), 6)
+                    + rightJustified(maskOr99(q.value(QStringLiteral("HBPC")), QStringLiteral("#0.0")), 6)
+                    + QLatin1Char(' ');
+            }))
+        w.comments(state().comments.CommentsHarvest);
 }
 
 } // namespace quillon::format

@@ -3,9 +3,12 @@
 #include "app/RuntimeError.h"
 #include "app/UserInterface.h"
 #include "format/Columns.h"
+#include "format/FileWriter.h"
 #include "format/NumberText.h"
 #include "format/SectionValues.h"
 #include "format/TextLines.h"
+
+#include <QSqlQuery>
 
 #include <cmath>
 
@@ -154,6 +157,26 @@ QString roundedText(const QVariant& value, int digits)
 QString roundedOr99(const QVariant& value, int digits)
 {
     return isMissing(value) ? QStringLiteral("-99") : roundedText(value, digits);
+}
+
+bool writeNamedEvents(FileWriter& w, const NamedEventTables& tables, const QString& title,
+    const QString& header, QString (*find)(const QVariant&),
+    const std::function<QString(const QSqlQuery&)>& cells)
+{
+    const QString table = QLatin1String(tables.events);
+    const QString levelField = QLatin1String(tables.levelColumn);
+    if (database::rowCount(table) == 0)
+        return false;
+    w.line();
+    w.line(title);
+    w.line(header);
+    QSqlQuery q = database::select(QStringLiteral("SELECT * FROM [%1] ORDER BY [%2], rowid").arg(table, levelField));
+    LevelNameLookup names(find);
+    while (q.next()) {
+        const QVariant level = q.value(levelField);
+        w.line(levelColumn(level) + cells(q) + names(level));
+    }
+    return true;
 }
 
 } // namespace quillon::format::events

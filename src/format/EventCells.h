@@ -7,6 +7,12 @@
 
 #include <functional>
 
+class QSqlQuery;
+
+namespace quillon::format {
+class FileWriter;
+}
+
 // Cell rules shared by the readers and writers of the dated event sections
 // (irrigation, fertilizers, residues, chemicals, tillage, environment
 // modifications, harvest).
@@ -102,5 +108,15 @@ private:
     QVariant m_level;
     QString m_name;
 };
+
+// The rows of a named event section as the file writes them. An empty
+// event table writes nothing and gives false. Otherwise: a blank line, the
+// title and the column header, then a line for each row in level order
+// (rows of one level in the order they were read): the level column, the
+// row's `cells`, and the level's name found through `find`, looked up once
+// a level. The comments behind the block are the caller's.
+bool writeNamedEvents(FileWriter& w, const NamedEventTables& tables, const QString& title,
+    const QString& header, QString (*find)(const QVariant&),
+    const std::function<QString(const QSqlQuery&)>& cells);
 
 } // namespace quillon::format::events

@@ -1,7 +1,6 @@
 #include "format/FertilizerSection.h"
 
 #include "app/AppState.h"
-#include "database/Sql.h"
 #include "format/Columns.h"
 #include "format/EventCells.h"
 #include "validation/LevelNames.h"
@@ -22,6 +21,10 @@ QString concentrationText(const QVariant& value)
     return maskOr99(value, QStringLiteral("#0.00"));
 }
 
+// The tables of the two sections.
+const NamedEventTables FertilizerTables { "Fertilization", "LNFER", "FerLevelNames", "FERNAME" };
+const NamedEventTables ResidueTables { "Residue", "LNRES", "ResLevelNames", "RENAME" };
+
 } // namespace
 
 void FertilizerRead(const QString& line)
@@ -30,7 +33,7 @@ void FertilizerRead(const QString& line)
         appendComment(state().comments.CommentsFertilizer, line);
         return;
     }
-    storeNamedEvent(line, { "Fertilization", "LNFER", "FerLevelNames", "FERNAME" }, QStringLiteral("Fertilizer"),
+    storeNamedEvent(line, FertilizerTables, QStringLiteral("Fertilizer"),
         QStringLiteral(" in FertilizerRead/frmMain."), [&line](NamedEventRow& row) {
             row.event.insert(row.event.end(), {
                 // The fertilizer date has no four-digit rule.
@@ -55,7 +58,7 @@ void ResidueRead(const QString& line)
         appendComment(state().comments.CommentsResidue, line);
         return;
     }
-    storeNamedEvent(line, { "Residue", "LNRES", "ResLevelNames", "RENAME" }, QStringLiteral("Residue"),
+    storeNamedEvent(line, ResidueTables, QStringLiteral("Residue"),
         QStringLiteral(" in ResidueRead/frnMain."), [&line](NamedEventRow& row) {
             row.event.insert(row.event.end(), {
                 { QStringLiteral("RESDAY"), dateCell(line, true) },
@@ -84,49 +87,35 @@ void readResiduesSection(LineCursor& c)
 
 void writeFertilizersSection(FileWriter& w)
 {
-    if (database::rowCount(QStringLiteral("Fertilization")) == 0)
-        return;
-    w.line();
-    w.line(QStringLiteral("*FERTILIZERS (INORGANIC)"));
-    w.line(QStringLiteral("@F FDATE  FMCD  FACD  FDEP  FAMN  FAMP  FAMK  FAMC  FAMO  FOCD FERNAME"));
-    QSqlQuery q = database::select(QStringLiteral("SELECT * FROM Fertilization ORDER BY LNFER, rowid"));
-    events::LevelNameLookup names(validation::Find_FERNAME);
-    while (q.next()) {
-        const QVariant level = q.value(QStringLiteral("LNFER"));
-        QString text = levelColumn(level) + rightJustified(textOr99(q.value(QStringLiteral("FDAY"))), 5)
-            + rightJustified(textOr99(q.value(QStringLiteral("IFTYPE"))), 6)
-            + rightJustified(textOr99(q.value(QStringLiteral("FERCOD"))), 6);
-        for (const char* amount : { "DFERT", "ANFER", "APFER", "AKFER", "ACFER", "AOFER" })
-            text += rightJustified(roundedOr99(q.value(QLatin1String(amount)), 0), 6);
-        text += rightJustified(textOr99(q.value(QStringLiteral("FOCOD"))), 6);
-        w.line(text + QLatin1Char(' ') + names(level));
-    }
-    w.comments(state().comments.CommentsFertilizer);
+    if (writeNamedEvents(w, FertilizerTables, QStringLiteral("*FERTILIZERS (INORGANIC)"),
+            QStringLiteral("@F FDATE  FMCD  FACD  FDEP  FAMN  FAMP  FAMK  FAMC  FAMO  FOCD FERNAME"),
+            validation::Find_FERNAME, [](const QSqlQuery& q) {
+                QString text = rightJustified(textOr99(q.value(QStringLiteral("FDAY"))), 5)
+                    + rightJustified(textOr99(q.value(QStringLiteral("IFTYPE"))), 6)
+                    + rightJustified(textOr99(q.value(QStringLiteral("FERCOD"))), 6);
+                for (const char* amount : { "DFERT", "ANFER", "APFER", "AKFER", "ACFER", "AOFER" })
+                    text += rightJustified(roundedOr99(q.value(QLatin1String(amount)), 0), 6);
+                return text + rightJustified(textOr99(q.value(QStringLiteral("FOCOD"))), 6) + QLatin1Char(' ');
+            }))
+        w.comments(state().comments.CommentsFertilizer);
 }
 
 void writeResiduesSection(FileWriter& w)
 {
-    if (database::rowCount(QStringLiteral("Residue")) == 0)
-        return;
-    w.line();
-    w.line(QStringLiteral("*RESIDUES AND ORGANIC FERTILIZER"));
-    w.line(QStringLiteral("@R RDATE  RCOD  RAMT  RESN  RESP  RESK  RINP  RDEP  RMET RENAME"));
-    QSqlQuery q = database::select(QStringLiteral("SELECT * FROM Residue ORDER BY LNRES, rowid"));
-    events::LevelNameLookup names(validation::Find_RESNAME);
-    while (q.next()) {
-        const QVariant level = q.value(QStringLiteral("LNRES"));
-        w.line(levelColumn(level) + rightJustified(textOr99(q.value(QStringLiteral("RESDAY"))), 5)
-            + rightJustified(textOr99(q.value(QStringLiteral("RESCOD"))), 6)
-            + rightJustified(roundedOr99(q.value(QStringLiteral("RESIDUE")), 0), 6)
-            + rightJustified(concentrationText(q.value(QStringLiteral("RESN"))), 6)
-            + rightJustified(concentrationText(q.value(QStringLiteral("RESP"))), 6)
-            + rightJustified(concentrationText(q.value(QStringLiteral("RESK"))), 6)
-            + rightJustified(roundedOr99(q.value(QStringLiteral("RINP")), 0), 6)
-            + rightJustified(roundedOr99(q.value(QStringLiteral("DEPRES")), 0), 6)
-            + rightJustified(textOr99(q.value(QStringLiteral("RMET"))), 6) + QLatin1Char(' ')
-            + names(level));
-    }
-    w.comments(state().comments.CommentsResidue);
+    if (writeNamedEvents(w, ResidueTables, QStringLiteral("*RESIDUES AND ORGANIC FERTILIZER"),
+            QStringLiteral("@R RDATE  RCOD  RAMT  RESN  RESP  RESK  RINP  RDEP  RMET RENAME"),
+            validation::Find_RESNAME, [](const QSqlQuery& q) {
+                return rightJustified(textOr99(q.value(QStringLiteral("RESDAY"))), 5)
+                    + rightJustified(textOr99(q.value(QStringLiteral("RESCOD"))), 6)
+                    + rightJustified(roundedOr99(q.value(QStringLiteral("RESIDUE")), 0), 6)
+                    + rightJustified(concentrationText(q.value(QStringLiteral("RESN"))), 6)
+                    + rightJustified(concentrationText(q.value(QStringLiteral("RESP"))), 6)
+                    + rightJustified(concentrationText(q.value(QStringLiteral("RESK"))), 6)
+                    + rightJustified(roundedOr99(q.value(QStringLiteral("RINP")), 0), 6)
+                    + rightJustified(roundedOr99(q.value(QStringLiteral("DEPRES")), 0), 6)
+                    + rightJustified(textOr99(q.value(QStringLiteral("RMET"))), 6) + QLatin1Char(' ');
+            }))
+        w.comments(state().comments.CommentsResidue);
 }
 
 } // namespace quillon::format
