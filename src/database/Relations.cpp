@@ -53,16 +53,33 @@ QHash<QString, int>& verifiedAt()
 
 int schemaVersion() { return scalar(QStringLiteral("PRAGMA schema_version")).toInt(); }
 
+// The key of a relation in verifiedAt(): a reopened database is checked anew.
+QString verifiedKey(const QString& name)
+{
+    return QString::number(connectionGeneration()) + QLatin1Char('|') + name.toLower();
+}
+
+// The names of a relation's four triggers.
+QStringList triggerNames(const QString& name)
+{
+    QStringList names;
+    for (const char* suffix : { "__ins", "__upd", "__del", "__cascade" })
+        names << prefix + name + QLatin1String(suffix);
+    return names;
+}
+
 bool triggersExist(const QString& name)
 {
     const int version = schemaVersion();
-    const QString key = QString::number(connectionGeneration()) + QLatin1Char('|') + name.toLower();
+    const QString key = verifiedKey(name);
     if (verifiedAt().value(key, -1) == version)
         return true;
+    QVariantList params;
+    for (const QString& trigger : triggerNames(name))
+        params << trigger;
     const bool present = scalar(QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE type = 'trigger' AND name IN (?, ?, ?, ?)"),
-               { prefix + name + QStringLiteral("__ins"), prefix + name + QStringLiteral("__upd"),
-                   prefix + name + QStringLiteral("__del"), prefix + name + QStringLiteral("__cascade") })
-               .toInt()
+                             params)
+                             .toInt()
         == 4;
     if (present)
         verifiedAt().insert(key, version);
@@ -71,8 +88,8 @@ bool triggersExist(const QString& name)
 
 void dropTriggers(const QString& name)
 {
-    for (const char* suffix : { "__ins", "__upd", "__del", "__cascade" })
-        exec(QStringLiteral("DROP TRIGGER IF EXISTS [%1%2%3]").arg(prefix, name, QLatin1String(suffix)));
+    for (const QString& trigger : triggerNames(name))
+        exec(QStringLiteral("DROP TRIGGER IF EXISTS [%1]").arg(trigger));
 }
 
 void createTriggers(const Relation& r)
@@ -133,8 +150,7 @@ void createRelation(const Relation& r)
     if (known != signature || !triggersExist(r.name)) {
         dropTriggers(r.name);
         createTriggers(r);
-        verifiedAt().insert(QString::number(connectionGeneration()) + QLatin1Char('|') + r.name.toLower(),
-            schemaVersion());
+        verifiedAt().insert(verifiedKey(r.name), schemaVersion());
     }
     exec(QStringLiteral("INSERT OR REPLACE INTO [%1] (Name, Signature, Active) VALUES (?, ?, 1)").arg(registry),
         { r.name, signature });
