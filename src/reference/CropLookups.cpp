@@ -9,6 +9,7 @@
 #include "reference/SuiteFiles.h"
 
 #include <algorithm>
+#include <map>
 #include <utility>
 #include <vector>
 
@@ -86,21 +87,26 @@ void CreateCropLookup()
                 { trimSpaces(q.value(0).toString()), trimSpaces(q.value(1).toString()), {}, {} });
         q.finish();
 
+        // A crop's profile rows are "<crop>D" (its data folder) and "M<crop>"
+        // (its model); the profile is read once, and the last row of a kind
+        // wins.
+        std::multimap<QString, Crop*> byData;
+        std::multimap<QString, Crop*> byModel;
         for (Crop& crop : crops) {
-            const QString dataCode = crop.code + QLatin1Char('D');
-            const QString modelCode = QLatin1Char('M') + crop.code;
-            QSqlQuery rows = database::select(
-                QStringLiteral(
-                    "SELECT Code, Path FROM TERVAPRO WHERE Code = ? OR Code = ? ORDER BY rowid"),
-                { dataCode, modelCode });
-            while (rows.next()) {
-                const QString path = rows.value(1).toString();
-                if (rows.value(0).toString().compare(dataCode, Qt::CaseInsensitive) == 0)
-                    crop.folder = folderOfData(path);
-                else
-                    crop.cultivarFile = cultivarFileOfModel(crop.code, path);
-            }
+            byData.emplace((crop.code + QLatin1Char('D')).toUpper(), &crop);
+            byModel.emplace((QLatin1Char('M') + crop.code).toUpper(), &crop);
         }
+        QSqlQuery rows
+            = database::select(QStringLiteral("SELECT Code, Path FROM TERVAPRO ORDER BY rowid"));
+        while (rows.next()) {
+            const QString code = rows.value(0).toString().toUpper();
+            const QString path = rows.value(1).toString();
+            for (auto [at, end] = byData.equal_range(code); at != end; ++at)
+                at->second->folder = folderOfData(path);
+            for (auto [at, end] = byModel.equal_range(code); at != end; ++at)
+                at->second->cultivarFile = cultivarFileOfModel(at->second->code, path);
+        }
+        rows.finish();
 
         for (const Crop& crop : crops) {
             if (crop.cultivarFile.isEmpty())
