@@ -1,7 +1,6 @@
 #include "format/PlantingSection.h"
 
 #include "app/AppState.h"
-#include "app/RuntimeError.h"
 #include "app/UserInterface.h"
 #include "database/Sql.h"
 #include "format/Columns.h"
@@ -51,36 +50,25 @@ QString textOr(const QVariant& value, const QString& missing)
 
 void PlantRead(const QString& line)
 {
-    QVariant level;
-    try {
-        if (isComment(line)) {
-            appendComment(state().comments.CommentsPlanting, line);
-            return;
-        }
-        RowValues row(QStringLiteral("Planting"));
-        row.number(QStringLiteral("LNPLT"), leadingNumber(mid(line, 1, 3)));
-        level = row.values().front().second;
-        const QString date = column(line, 4, 5);
-        if (date.size() == 4)
-            row.text(QStringLiteral("YRPLT"), QLatin1Char('0') + date);
-        else
-            readColumn(row, QStringLiteral("YRPLT"), line, 4, 5);
-        for (const Column& col : columns) {
-            const QString field = QLatin1String(col.field);
-            readColumn(row, field, line, col.start, col.length,
-                field == QLatin1String("ATEMP") ? TemperatureFloor : 0);
-        }
-        readColumn(row, QStringLiteral("PLNAME"), line, 111, 60);
-        row.insert();
-    } catch (const RuntimeError& e) {
-        if (e.number() == err::DuplicateKey)
-            msgBox(QStringLiteral("duplicate levels in 'Planting'.") + QLatin1Char(' ')
-                    + QStringLiteral("Level") + QLatin1Char(' ') + levelText(level)
-                    + QLatin1Char(' ') + QStringLiteral("is read only once."),
+    readLevelLine(line, state().comments.CommentsPlanting, QStringLiteral("Planting"), QStringLiteral("LNPLT"),
+        QStringLiteral(" in PlantRead/frmMain."), [](const QVariant& level) {
+            msgBox(QStringLiteral("duplicate levels in 'Planting'.") + QLatin1Char(' ') + QStringLiteral("Level")
+                    + QLatin1Char(' ') + levelText(level) + QLatin1Char(' ') + QStringLiteral("is read only once."),
                 MsgButtons::OK, MsgIcon::None, QStringLiteral("Error"));
-        else
-            reportError(e.text(), QStringLiteral(" in PlantRead/frmMain."));
-    }
+        },
+        [&line](RowValues& row) {
+            const QString date = column(line, 4, 5);
+            if (date.size() == 4)
+                row.text(QStringLiteral("YRPLT"), QLatin1Char('0') + date);
+            else
+                readColumn(row, QStringLiteral("YRPLT"), line, 4, 5);
+            for (const Column& col : columns) {
+                const QString field = QLatin1String(col.field);
+                readColumn(row, field, line, col.start, col.length,
+                    field == QLatin1String("ATEMP") ? TemperatureFloor : 0);
+            }
+            readColumn(row, QStringLiteral("PLNAME"), line, 111, 60);
+        });
 }
 
 void readPlantingSection(LineCursor& c)

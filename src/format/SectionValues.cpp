@@ -1,6 +1,7 @@
 #include "format/SectionValues.h"
 
 #include "app/RuntimeError.h"
+#include "app/UserInterface.h"
 #include "database/Schema.h"
 #include "format/Columns.h"
 #include "format/NumberText.h"
@@ -166,6 +167,33 @@ QString duplicateLevelsText(const QString& what, const QVariant& level)
     return QStringLiteral("Duplicate levels in '%1'.").arg(what) + QLatin1Char(' ')
         + QStringLiteral("Level") + QLatin1Char(' ') + levelText(level) + QLatin1Char(' ')
         + QStringLiteral("is read only once.");
+}
+
+DuplicateLevel duplicateLevels(const QString& what)
+{
+    return [what](const QVariant& level) { msgBox(duplicateLevelsText(what, level)); };
+}
+
+void readLevelLine(const QString& line, QString& comments, const QString& table, const QString& levelField,
+    const QString& tail, const DuplicateLevel& onDuplicate, const std::function<void(RowValues&)>& fill)
+{
+    if (isComment(line)) {
+        appendComment(comments, line);
+        return;
+    }
+    QVariant level;
+    try {
+        RowValues row(table);
+        row.number(levelField, leadingNumber(mid(line, 1, 3)));
+        level = row.values().front().second;
+        fill(row);
+        row.insert();
+    } catch (const RuntimeError& e) {
+        if (e.number() == err::DuplicateKey)
+            onDuplicate(level);
+        else
+            reportError(e.text(), tail);
+    }
 }
 
 } // namespace quillon::format

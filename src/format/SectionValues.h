@@ -5,6 +5,8 @@
 #include <QString>
 #include <QVariant>
 
+#include <functional>
+
 namespace quillon::format {
 
 // Helpers shared by the section readers and writers of the experiment file.
@@ -70,5 +72,19 @@ QString duplicateLevelsText(const QString& what, const QVariant& level);
 
 // The level a reader took from the line, as its message shows it.
 QString levelText(const QVariant& level);
+
+// What a level reader does when the level is in its table already; it gets
+// the level as read.
+using DuplicateLevel = std::function<void(const QVariant& level)>;
+// The usual answer: the message of duplicateLevelsText for `what`.
+DuplicateLevel duplicateLevels(const QString& what);
+
+// The pattern of the level readers: a comment line goes to `comments`; any
+// other line opens a row of `table` with the level of columns 1 to 3 in
+// `levelField`, `fill` adds the further cells, and the row is stored. A
+// level already in the table goes to `onDuplicate`; any other error shows
+// its text and `tail`. Either way the line is lost.
+void readLevelLine(const QString& line, QString& comments, const QString& table, const QString& levelField,
+    const QString& tail, const DuplicateLevel& onDuplicate, const std::function<void(RowValues&)>& fill);
 
 } // namespace quillon::format

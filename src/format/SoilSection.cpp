@@ -77,34 +77,22 @@ QString headerWord(const QString& line)
 
 void SoilAnalRead(const QString& line)
 {
-    QVariant level;
-    try {
-        if (isComment(line)) {
-            appendComment(state().comments.CommentsSoil, line);
-            return;
-        }
-        RowValues row(QStringLiteral("SoilAnalysis"));
-        row.number(QStringLiteral("LNSA"), leadingNumber(mid(line, 1, 3)));
-        level = row.values().front().second;
-        const QString date = column(line, 4, 5);
-        if (!date.isEmpty() && leadingNumber(date) >= 0)
-            row.text(QStringLiteral("SADAT"), dateCode(date));
-        static const Column cols[] = { { "SMHB", 10, 5 }, { "SMPX", 16, 5 }, { "SMKE", 22, 5 } };
-        for (const Column& col : cols) {
-            const QString text = column(line, col.start, col.length);
-            if (!text.isEmpty() && leadingNumber(text) >= 0)
-                row.text(QLatin1String(col.field), text);
-        }
-        const QString nameHead = column(line, 28, 16);
-        if (!nameHead.isEmpty() && leadingNumber(nameHead) >= 0)
-            row.text(QStringLiteral("SANAME"), column(line, 28, 60));
-        row.insert();
-    } catch (const RuntimeError& e) {
-        if (e.number() == err::DuplicateKey)
-            msgBox(duplicateLevelsText(QStringLiteral("Soil Analysis"), level));
-        else
-            reportError(e.text(), QStringLiteral(" in SoilAnalRead/frmMain"));
-    }
+    readLevelLine(line, state().comments.CommentsSoil, QStringLiteral("SoilAnalysis"), QStringLiteral("LNSA"),
+        QStringLiteral(" in SoilAnalRead/frmMain"), duplicateLevels(QStringLiteral("Soil Analysis")),
+        [&line](RowValues& row) {
+            const QString date = column(line, 4, 5);
+            if (!date.isEmpty() && leadingNumber(date) >= 0)
+                row.text(QStringLiteral("SADAT"), dateCode(date));
+            static const Column cols[] = { { "SMHB", 10, 5 }, { "SMPX", 16, 5 }, { "SMKE", 22, 5 } };
+            for (const Column& col : cols) {
+                const QString text = column(line, col.start, col.length);
+                if (!text.isEmpty() && leadingNumber(text) >= 0)
+                    row.text(QLatin1String(col.field), text);
+            }
+            const QString nameHead = column(line, 28, 16);
+            if (!nameHead.isEmpty() && leadingNumber(nameHead) >= 0)
+                row.text(QStringLiteral("SANAME"), column(line, 28, 60));
+        });
 }
 
 void SoilLayersRead(const QString& line)
@@ -125,56 +113,44 @@ void SoilLayersRead(const QString& line)
 
 void InitialCondRead(const QString& line)
 {
-    QVariant level;
-    try {
-        if (isComment(line)) {
-            appendComment(state().comments.CommentsIC, line);
-            return;
-        }
-        RowValues row(QStringLiteral("InitialConditions"));
-        row.number(QStringLiteral("LNIC"), leadingNumber(mid(line, 1, 3)));
-        level = row.values().front().second;
-        // The previous crop is two-letter text; its blank test looks at
-        // four columns, its value at five.
-        if (!column(line, 4, 4).isEmpty())
-            readColumn(row, QStringLiteral("PRCROP"), line, 4, 5);
-        // Each further column is read only if the line reaches into it, so
-        // that a short line just ends the reading.
-        static const Column cols[] = {
-            { "IDAYIC", 10, 5 },
-            { "WRESR", 16, 5 },
-            { "WRESND", 22, 5 },
-            { "EFINOC", 28, 5 },
-            { "EFNFIX", 34, 5 },
-            { "ICWD", 40, 5 },
-            { "ICRES", 46, 5 },
-            { "ICREN", 52, 5 },
-            { "ICREP", 58, 5 },
-            { "ICRIP", 64, 5 },
-            { "ICRID", 70, 5 },
-            { "ICNAME", 76, 60 },
-        };
-        int minLength = 11;
-        for (const Column& col : cols) {
-            if (line.size() <= minLength)
-                break;
-            minLength += 6;
-            const QString field = QLatin1String(col.field);
-            const QString text = column(line, col.start, col.length);
-            if (text.isEmpty())
-                continue;
-            if (leadingNumber(text) < 0)
-                row.null(field);
-            else
-                row.text(field, field == QLatin1String("IDAYIC") ? dateCode(text) : text);
-        }
-        row.insert();
-    } catch (const RuntimeError& e) {
-        if (e.number() == err::DuplicateKey)
-            msgBox(duplicateLevelsText(QStringLiteral("Initial Conditions"), level));
-        else
-            reportError(e.text(), QStringLiteral(" in InitialCondRead/frmMain."));
-    }
+    readLevelLine(line, state().comments.CommentsIC, QStringLiteral("InitialConditions"), QStringLiteral("LNIC"),
+        QStringLiteral(" in InitialCondRead/frmMain."), duplicateLevels(QStringLiteral("Initial Conditions")),
+        [&line](RowValues& row) {
+            // The previous crop is two-letter text; its blank test looks at
+            // four columns, its value at five.
+            if (!column(line, 4, 4).isEmpty())
+                readColumn(row, QStringLiteral("PRCROP"), line, 4, 5);
+            // Each further column is read only if the line reaches into it, so
+            // that a short line just ends the reading.
+            static const Column cols[] = {
+                { "IDAYIC", 10, 5 },
+                { "WRESR", 16, 5 },
+                { "WRESND", 22, 5 },
+                { "EFINOC", 28, 5 },
+                { "EFNFIX", 34, 5 },
+                { "ICWD", 40, 5 },
+                { "ICRES", 46, 5 },
+                { "ICREN", 52, 5 },
+                { "ICREP", 58, 5 },
+                { "ICRIP", 64, 5 },
+                { "ICRID", 70, 5 },
+                { "ICNAME", 76, 60 },
+            };
+            int minLength = 11;
+            for (const Column& col : cols) {
+                if (line.size() <= minLength)
+                    break;
+                minLength += 6;
+                const QString field = QLatin1String(col.field);
+                const QString text = column(line, col.start, col.length);
+                if (text.isEmpty())
+                    continue;
+                if (leadingNumber(text) < 0)
+                    row.null(field);
+                else
+                    row.text(field, field == QLatin1String("IDAYIC") ? dateCode(text) : text);
+            }
+        });
 }
 
 void ICLayersRead(const QString& line)

@@ -83,28 +83,16 @@ void TreatmentRead(const QString& line)
 
 void CultivarRead(const QString& line)
 {
-    QVariant level;
-    try {
-        if (isComment(line)) {
-            appendComment(state().comments.CommentsCultivars, line);
-            return;
-        }
-        RowValues row(QStringLiteral("Cultivars"));
-        row.number(QStringLiteral("LNCU"), leadingNumber(mid(line, 1, 3)));
-        level = row.values().front().second;
-        row.text(QStringLiteral("CODE"), column(line, 4, 2));
-        const QString varno = column(line, 7, 6);
-        if (!varno.isEmpty())
-            row.text(QStringLiteral("VARNO"), varno);
-        if (!column(line, 14, 16).isEmpty())
-            row.text(QStringLiteral("CNAME"), column(line, 14, 25));
-        row.insert();
-    } catch (const RuntimeError& e) {
-        if (e.number() == err::DuplicateKey)
-            msgBox(duplicateLevelsText(QStringLiteral("Cultivars"), level));
-        else
-            reportError(e.text(), QStringLiteral(" in CultivarRead/frmMain"));
-    }
+    readLevelLine(line, state().comments.CommentsCultivars, QStringLiteral("Cultivars"), QStringLiteral("LNCU"),
+        QStringLiteral(" in CultivarRead/frmMain"), duplicateLevels(QStringLiteral("Cultivars")),
+        [&line](RowValues& row) {
+            row.text(QStringLiteral("CODE"), column(line, 4, 2));
+            const QString varno = column(line, 7, 6);
+            if (!varno.isEmpty())
+                row.text(QStringLiteral("VARNO"), varno);
+            if (!column(line, 14, 16).isEmpty())
+                row.text(QStringLiteral("CNAME"), column(line, 14, 25));
+        });
 }
 
 void readTreatmentsSection(LineCursor& c)
