@@ -83,8 +83,7 @@ public:
 namespace document_text {
 inline const QString openFilter = QStringLiteral("PLOTBOOK (*.*x)|*.*x");
 inline const QString saveAsFilter = QStringLiteral("PLOTBOOK (*.*X)|*.*X|All Files (*.*)|*.*");
-inline const QString errorTitle = QStringLiteral("Error");
-inline const QString warningTitle = QStringLiteral("Warning");
+using identity_text::errorTitle;
 inline const QString negativeEnvValue
     = QStringLiteral("Negative value was encounted on import of Environmental Modification data. \n"
                      "Please enter correct values.");
