@@ -63,13 +63,39 @@ QString weatherDescription(const QString& firstLine)
     return text;
 }
 
-QString yearOfWeatherCode(const QString& code)
+QString fullYear(const QString& digits)
 {
-    const QString digits = code.mid(4, 2);
-    if (digits == QLatin1String("00"))
-        return QStringLiteral("2000");
     return (format::leadingNumber(digits) > 25 ? QStringLiteral("19") : QStringLiteral("20"))
         + digits;
+}
+
+QString yearOfWeatherCode(const QString& code)
+{
+    return fullYear(code.mid(4, 2));
+}
+
+QStringList stationCodes(const QString& station, const QString& markColumn)
+{
+    QString match;
+    QVariant value;
+    if (station.size() == 4) {
+        match = QStringLiteral("LIKE ? ESCAPE '\\'");
+        value = likeEscaped(station) + QLatin1Char('%');
+    } else if (station.size() == 8) {
+        match = QStringLiteral("= ?");
+        value = station;
+    } else {
+        return {};
+    }
+    QStringList codes;
+    QSqlQuery q = database::select(
+        QStringLiteral("SELECT Code FROM TotalWeatherLookup WHERE Code %1 AND %2 = 'X' "
+                       "ORDER BY rowid")
+            .arg(match, markColumn),
+        { value });
+    while (q.next())
+        codes << q.value(0).toString();
+    return codes;
 }
 
 void fillWeatherLookup()
@@ -125,30 +151,15 @@ void FindFieldDate()
 
         QStringList years;
         for (const QString& station : stations) {
-            QSqlQuery rows;
-            if (station.size() == 4) {
-                rows = database::select(
-                    QStringLiteral("SELECT Code FROM TotalWeatherLookup WHERE Code LIKE ? "
-                                   "ESCAPE '\\' AND Observed = 'X' ORDER BY rowid"),
-                    { likeEscaped(station) + QLatin1Char('%') });
-            } else if (station.size() == 8) {
-                rows = database::select(
-                    QStringLiteral("SELECT Code FROM TotalWeatherLookup WHERE Code = ? "
-                                   "AND Observed = 'X' ORDER BY rowid"),
-                    { station });
-            } else {
-                continue;
-            }
-            while (rows.next()) {
-                const QString code = format::trimSpaces(rows.value(0).toString());
+            for (const QString& stored : stationCodes(station, QStringLiteral("Observed"))) {
+                const QString code = format::trimSpaces(stored);
                 if (code.size() == 8) {
                     years << yearOfWeatherCode(code);
                     continue;
                 }
                 // A station's own row: its file, if there is one, states the
                 // year it starts.
-                const QString path
-                    = findIn(folder, rows.value(0).toString() + QStringLiteral(".wth"));
+                const QString path = findIn(folder, stored + QStringLiteral(".wth"));
                 QString year;
                 if (!path.isEmpty() && startYearOfFile(path, year))
                     years << year;

@@ -18,9 +18,18 @@ void fillTotalWeatherLookup();
 // without "'", tabs turned into blanks; "" for an empty text or " -99".
 QString weatherDescription(const QString& firstLine);
 
-// The four-digit year of an observed weather file's code (SSSSYYNN): "00"
-// is 2000, above 25 is 19xx, 25 or less 20xx.
+// Two year digits with the century of the date codes: above 25 is 19xx, 25
+// or less (and "00") 20xx.
+QString fullYear(const QString& digits);
+
+// The four-digit year of an observed weather file's code (SSSSYYNN).
 QString yearOfWeatherCode(const QString& code);
+
+// The codes of TotalWeatherLookup marked "X" in `markColumn` that a station
+// stands for, in table order: a four-letter station all its files ("%" and
+// "_" in it are plain letters), an eight-character one itself, any other
+// nothing. A mark column the table lacks makes the statement fail.
+QStringList stationCodes(const QString& station, const QString& markColumn);
 
 // Fills FieldYears with the years for which the stations of the fields have
 // weather: a four-letter station takes all its files, an eight-character

@@ -9,6 +9,7 @@
 #include "format/NumberText.h"
 #include "format/TextLines.h"
 #include "reference/SuiteFiles.h"
+#include "reference/WeatherLookups.h"
 
 #include <QDir>
 #include <QSqlRecord>
@@ -128,19 +129,6 @@ int yearValue(const QString& text)
     if (!format::isNumeric(text))
         throw RuntimeError(err::TypeMismatch, typeMismatch);
     return qRound(format::leadingNumber(text));
-}
-
-// Two year digits with the century of the date codes: above 25 is 19xx.
-QString fullYear(const QString& digits)
-{
-    return (format::leadingNumber(digits) > 25 ? QStringLiteral("19") : QStringLiteral("20"))
-        + digits;
-}
-
-// The year of a weather code: its fifth and sixth characters.
-QString yearOfCode(const QString& code)
-{
-    return fullYear(code.mid(4, 2));
 }
 
 // The year a weather file states on the line after its "@START" line;
@@ -322,34 +310,9 @@ void FindFieldYears_byLevel(int level, WeatherKind kind)
             = currentRow(QStringLiteral("Select * From Fields Where LNFLD = ?"), level);
         const QString station = trimSpaces(field.value(QStringLiteral("WSTA")).toString());
         const QString column = markColumn(kind);
-        // A station of four letters stands for all its files; "*" is the
-        // only wildcard of the pattern, so "%" and "_" in a code are plain.
-        QString match;
-        QVariant value;
-        if (station.size() == 4) {
-            match = QStringLiteral("Like ? Escape '\\'");
-            QString escaped = station;
-            escaped.replace(QLatin1Char('\\'), QLatin1String("\\\\"))
-                .replace(QLatin1Char('%'), QLatin1String("\\%"))
-                .replace(QLatin1Char('_'), QLatin1String("\\_"));
-            value = escaped + QLatin1Char('%');
-        } else if (station.size() == 8) {
-            match = QStringLiteral("= ?");
-            value = station;
-        }
-        QStringList codes;
-        if (!match.isEmpty()) {
-            QSqlQuery q
-                = select(QStringLiteral("Select * From [TotalWeatherLookup] Where [CODE] %1 And "
-                                        "%2 = 'X' Order By rowid")
-                             .arg(match, column),
-                    { value });
-            while (q.next())
-                codes << q.value(QStringLiteral("CODE")).toString();
-        }
-
+        const QStringList codes = reference::stationCodes(station, column);
         for (const QString& code : codes) {
-            QString year = yearOfCode(code);
+            QString year = reference::yearOfWeatherCode(code);
             const QString path
                 = weatherFilePath(code + QLatin1Char('.') + fileExtension(kind).toLower());
             if (!path.isEmpty()) {
@@ -552,7 +515,7 @@ bool CheckPlantingDate(const QString& code, const QStringList& availableYears)
     const QString trimmed = trimSpaces(code);
     bool found = false;
     if (trimmed.size() == 5) {
-        const QString year = fullYear(trimmed.left(2));
+        const QString year = reference::fullYear(trimmed.left(2));
         for (const QString& available : availableYears) {
             if (trimSpaces(available) == year) {
                 found = true;
