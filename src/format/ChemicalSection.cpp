@@ -3,6 +3,7 @@
 #include "app/AppState.h"
 #include "format/Columns.h"
 #include "format/EventCells.h"
+#include "format/SectionValues.h"
 #include "format/NumberText.h"
 #include "validation/LevelNames.h"
 
@@ -16,7 +17,7 @@ namespace {
 
 QString amountText(const QVariant& value)
 {
-    if (!isMissing(value) && value.toDouble() < 0)
+    if (!isBlank(value) && value.toDouble() < 0)
         return QStringLiteral("-99");
     return maskOr99(value, QStringLiteral("#0.00"));
 }
@@ -25,7 +26,7 @@ QString amountText(const QVariant& value)
 // blank and comes back NULL on the next read.
 QString depthText(const QVariant& value)
 {
-    return isMissing(value) ? QStringLiteral("-99") : maskedNumber(value, QStringLiteral("##"));
+    return isBlank(value) ? QStringLiteral("-99") : maskedNumber(value, QStringLiteral("##"));
 }
 
 // The tables of the two sections.

@@ -3,6 +3,7 @@
 #include "app/AppState.h"
 #include "format/Columns.h"
 #include "format/EventCells.h"
+#include "format/SectionValues.h"
 #include "format/NumberText.h"
 #include "validation/LevelNames.h"
 
@@ -64,8 +65,8 @@ QVariant adjustmentCell(const QString& line, int test, int start)
 // addition of nothing, "A" with 0.0 or 0.
 QString pairText(const Variable& v, const QVariant& factor, const QVariant& adjustment)
 {
-    const bool noFactor = isMissing(factor);
-    const bool noValue = isMissing(adjustment);
+    const bool noFactor = isBlank(factor);
+    const bool noValue = isBlank(adjustment);
     const QString factorText = noFactor || noValue ? QStringLiteral("A") : trimSpaces(factor.toString());
     QString valueText;
     if (v.form == AdjustmentForm::Decimal) {
@@ -84,7 +85,7 @@ QString pairText(const Variable& v, const QVariant& factor, const QVariant& adju
 
 QString stageText(const QVariant& stage)
 {
-    if (!isMissing(stage) && trimSpaces(stage.toString()) == QLatin1String("GS000"))
+    if (!isBlank(stage) && trimSpaces(stage.toString()) == QLatin1String("GS000"))
         return QStringLiteral("-99");
     return textOr99(stage);
 }

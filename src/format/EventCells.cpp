@@ -109,11 +109,6 @@ void storeNamedEvent(const QString& line, const NamedEventTables& tables, const 
 }
 
 
-bool isMissing(const QVariant& value)
-{
-    return value.isNull() || !value.isValid() || trimSpaces(value.toString()).isEmpty();
-}
-
 QString LevelNameLookup::operator()(const QVariant& level)
 {
     bool number = false;
@@ -129,17 +124,17 @@ QString LevelNameLookup::operator()(const QVariant& level)
 
 QString textOr99(const QVariant& value)
 {
-    return isMissing(value) ? QStringLiteral("-99") : trimSpaces(value.toString());
+    return isBlank(value) ? QStringLiteral("-99") : trimSpaces(value.toString());
 }
 
 QString numberOr99(const QVariant& value)
 {
-    return isMissing(value) ? QStringLiteral("-99") : NumText(value);
+    return isBlank(value) ? QStringLiteral("-99") : NumText(value);
 }
 
 QString maskOr99(const QVariant& value, const QString& mask)
 {
-    return isMissing(value) ? QStringLiteral("-99") : maskedNumber(value, mask);
+    return isBlank(value) ? QStringLiteral("-99") : maskedNumber(value, mask);
 }
 
 QString roundedText(const QVariant& value, int digits)
@@ -156,7 +151,7 @@ QString roundedText(const QVariant& value, int digits)
 
 QString roundedOr99(const QVariant& value, int digits)
 {
-    return isMissing(value) ? QStringLiteral("-99") : roundedText(value, digits);
+    return isBlank(value) ? QStringLiteral("-99") : roundedText(value, digits);
 }
 
 bool writeNamedEvents(FileWriter& w, const NamedEventTables& tables, const QString& title,

@@ -74,9 +74,7 @@ void storeNamedEvent(const QString& line, const NamedEventTables& tables, const 
 
 // --- Writing -------------------------------------------------------------
 
-
-// Whether a cell holds no value: NULL, or text that trims to nothing.
-bool isMissing(const QVariant& value);
+// A cell is missing when format::isBlank says so.
 
 // A text cell as the file writes it: "-99" when missing, else trimmed.
 QString textOr99(const QVariant& value);

@@ -3,6 +3,7 @@
 #include "app/AppState.h"
 #include "format/Columns.h"
 #include "format/EventCells.h"
+#include "format/SectionValues.h"
 #include "validation/LevelNames.h"
 
 #include <QSqlQuery>
@@ -16,7 +17,7 @@ namespace {
 // Concentrations below 0 print as the missing value rather than masked.
 QString concentrationText(const QVariant& value)
 {
-    if (!isMissing(value) && value.toDouble() < 0)
+    if (!isBlank(value) && value.toDouble() < 0)
         return QStringLiteral("-99");
     return maskOr99(value, QStringLiteral("#0.00"));
 }

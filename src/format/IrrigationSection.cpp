@@ -5,6 +5,7 @@
 #include "database/Sql.h"
 #include "format/Columns.h"
 #include "format/EventCells.h"
+#include "format/SectionValues.h"
 #include "format/NumberText.h"
 
 #include <QSqlQuery>
@@ -57,7 +58,7 @@ bool hasDate(const QVariant& date)
 
 QString efficiencyText(const QVariant& value)
 {
-    if (isMissing(value) || value.toDouble() == -99)
+    if (isBlank(value) || value.toDouble() == -99)
         return QStringLiteral("-99");
     return maskedNumber(value, QStringLiteral("#0.00"));
 }
@@ -172,7 +173,7 @@ void writeIrrigationSection(FileWriter& w)
         if (level.isNull())
             break;
         const QVariant irName = q.value(QStringLiteral("IRNAME"));
-        const QString name = isMissing(irName) ? QStringLiteral("-99") : irName.toString().left(60);
+        const QString name = isBlank(irName) ? QStringLiteral("-99") : irName.toString().left(60);
         w.line(LevelHeader);
         w.line(levelColumn(level)
             + rightJustified(efficiencyText(q.value(QStringLiteral("EFFIRX"))), 5)
