@@ -122,14 +122,9 @@ QString LevelNameLookup::operator()(const QVariant& level)
     return m_name;
 }
 
-QString textOr99(const QVariant& value)
-{
-    return isBlank(value) ? QStringLiteral("-99") : trimSpaces(value.toString());
-}
-
 QString numberOr99(const QVariant& value)
 {
-    return isBlank(value) ? QStringLiteral("-99") : NumText(value);
+    return cellText(value, QStringLiteral("-99"));
 }
 
 QString maskOr99(const QVariant& value, const QString& mask)

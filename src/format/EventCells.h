@@ -76,8 +76,6 @@ void storeNamedEvent(const QString& line, const NamedEventTables& tables, const 
 
 // A cell is missing when format::isBlank says so.
 
-// A text cell as the file writes it: "-99" when missing, else trimmed.
-QString textOr99(const QVariant& value);
 // A number through NumText: "-99" when missing.
 QString numberOr99(const QVariant& value);
 // A number through a mask and NumText: "-99" when missing.

@@ -157,11 +157,6 @@ qint64 nextFreeLevel()
     return last + 1;
 }
 
-QString textOr(const QVariant& value, const QString& missing)
-{
-    return isBlank(value) ? missing : trimSpaces(value.toString());
-}
-
 QString spaces(int count)
 {
     return QString(qMax(0, count), QLatin1Char(' '));
@@ -170,12 +165,12 @@ QString spaces(int count)
 QString firstGroupLine(const QSqlQuery& q)
 {
     const auto v = [&q](const char* field) { return q.value(QLatin1String(field)); };
-    const QString name = textOr(v("FLDNAM"), QStringLiteral("-99"));
-    const QString station = textOr(v("WSTA"), QStringLiteral("-99"));
+    const QString name = textOr99(v("FLDNAM"));
+    const QString station = textOr99(v("WSTA"));
     const QString slope = maskedCell(v("SLOPE"), QStringLiteral("#0.0"), QStringLiteral("-99"));
-    QString texture = textOr(v("SLTX"), QStringLiteral("-99"));
+    QString texture = textOr99(v("SLTX"));
     texture = texture.leftJustified(4);
-    QString soil = textOr(v("SLNO"), QStringLiteral("-99"));
+    QString soil = textOr99(v("SLNO"));
     if (soil != QLatin1String("-99"))
         soil = soil.leftJustified(10);
     QString text = levelColumn(isBlank(v("LNFLD")) ? QVariant(-99) : v("LNFLD"));
@@ -187,7 +182,7 @@ QString firstGroupLine(const QSqlQuery& q)
     text += spaces(5 - int(texture.size())) + texture;
     text += rightJustified(cellText(v("SLDP"), QStringLiteral("-99")), 6);
     text += spaces(12 - int(soil.size())) + soil;
-    text += QLatin1Char(' ') + textOr(v("FLNAME"), QStringLiteral("-99")).left(25);
+    text += QLatin1Char(' ') + textOr99(v("FLNAME")).left(25);
     return text;
 }
 

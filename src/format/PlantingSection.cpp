@@ -41,11 +41,6 @@ const Column columns[] = {
 // A temperature may be below zero: only below -10 is it missing.
 constexpr double TemperatureFloor = -10;
 
-QString textOr(const QVariant& value, const QString& missing)
-{
-    return isBlank(value) ? missing : trimSpaces(value.toString());
-}
-
 } // namespace
 
 void PlantRead(const QString& line)
@@ -89,7 +84,7 @@ void writePlantingSection(FileWriter& w)
                 cellText(q.value(QLatin1String(col.field)), QLatin1String(col.missing)), col.width);
         // Columns 87 to 110 stay blank; the name begins in column 111.
         text += QString(24, QLatin1Char(' '))
-            + textOr(q.value(QStringLiteral("PLNAME")), QStringLiteral("-99")).left(60);
+            + textOr99(q.value(QStringLiteral("PLNAME"))).left(60);
         lines << text;
     }
     if (lines.isEmpty())

@@ -149,6 +149,11 @@ QString cellText(const QVariant& value, const QString& missing)
     return isBlank(value) ? missing : NumText(value);
 }
 
+QString textOr99(const QVariant& value)
+{
+    return isBlank(value) ? QStringLiteral("-99") : trimSpaces(value.toString());
+}
+
 QString maskedCell(const QVariant& value, const QString& mask, const QString& missing)
 {
     if (isBlank(value))

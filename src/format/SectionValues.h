@@ -63,7 +63,10 @@ bool isBlank(const QVariant& value);
 
 // A cell as the writer puts it: `missing` for an empty cell, else NumText.
 QString cellText(const QVariant& value, const QString& missing);
-// The same through a digit template. Text that isn't a number passes the
+// A text cell as the writer puts it: "-99" for an empty cell, else the
+// text trimmed.
+QString textOr99(const QVariant& value);
+// cellText through a digit template. Text that isn't a number passes the
 // template unchanged, as a text column does.
 QString maskedCell(const QVariant& value, const QString& mask, const QString& missing);
 

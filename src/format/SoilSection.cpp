@@ -39,11 +39,6 @@ void readLayer(const QString& table, const QString& levelField, const QString& l
     row.insert();
 }
 
-QString textOr(const QVariant& value, const QString& missing)
-{
-    return isBlank(value) ? missing : trimSpaces(value.toString());
-}
-
 // Runs the lines of a group through a reader: from the line after the
 // group's header up to the line `ends` accepts, or the end. Comment lines
 // go to the section's buffer.
@@ -220,11 +215,11 @@ void writeSoilAnalysisSection(FileWriter& w)
         const auto v = [&levels](const char* field) { return levels.value(QLatin1String(field)); };
         const QVariant level = v("LNSA");
         lines << QStringLiteral("@A SADAT  SMHB  SMPX  SMKE  SANAME");
-        lines << levelColumn(level) + rightJustified(textOr(v("SADAT"), QStringLiteral("-99")), 5)
-                + rightJustified(textOr(v("SMHB"), QStringLiteral("-99")), 6)
-                + rightJustified(textOr(v("SMPX"), QStringLiteral("-99")), 6)
-                + rightJustified(textOr(v("SMKE"), QStringLiteral("-99")), 6) + QStringLiteral("  ")
-                + textOr(v("SANAME"), QStringLiteral("-99")).left(60);
+        lines << levelColumn(level) + rightJustified(textOr99(v("SADAT")), 5)
+                + rightJustified(textOr99(v("SMHB")), 6)
+                + rightJustified(textOr99(v("SMPX")), 6)
+                + rightJustified(textOr99(v("SMKE")), 6) + QStringLiteral("  ")
+                + textOr99(v("SANAME")).left(60);
         lines << QStringLiteral("@A  SABL  SADM  SAOC  SANI SAPHW SAPHB  SAPX  SAKE  SASC");
         QSqlQuery layers = database::select(QStringLiteral("Select * From SoilLayers where LNSA=")
             + NumText(level) + QStringLiteral(" order by SABL"));
@@ -283,7 +278,7 @@ void writeInitialConditionsSection(FileWriter& w)
         text += rightJustified(cellText(v("ICWD"), QStringLiteral("-99.0")), 6);
         for (const char* field : { "ICRES", "ICREN", "ICREP", "ICRIP", "ICRID" })
             text += rightJustified(cellText(v(field), QStringLiteral("-99")), 6);
-        text += QLatin1Char(' ') + textOr(v("ICNAME"), QStringLiteral("-99")).left(60);
+        text += QLatin1Char(' ') + textOr99(v("ICNAME")).left(60);
         lines << text;
         lines << QStringLiteral("@C  ICBL  SH2O  SNH4  SNO3");
         QSqlQuery layers = database::select(QStringLiteral("Select * From ICLayers where LNIC=")

@@ -48,11 +48,6 @@ QString levelCell(const QVariant& level)
     return cell;
 }
 
-QString textOr(const QVariant& value, const QString& missing)
-{
-    return isBlank(value) ? missing : trimSpaces(value.toString());
-}
-
 } // namespace
 
 void TreatmentRead(const QString& line)
@@ -148,8 +143,8 @@ void writeCultivarsSection(FileWriter& w)
     while (q.next()) {
         const QVariant name = q.value(QStringLiteral("CNAME"));
         lines << levelColumn(q.value(QStringLiteral("LNCU")))
-                + textOr(q.value(QStringLiteral("CODE")), QStringLiteral("-99"))
-                + rightJustified(textOr(q.value(QStringLiteral("VARNO")), QStringLiteral("-99")), 7)
+                + textOr99(q.value(QStringLiteral("CODE")))
+                + rightJustified(textOr99(q.value(QStringLiteral("VARNO"))), 7)
                 + QLatin1Char(' ') + (name.isNull() ? QString() : trimSpaces(name.toString()));
     }
     if (lines.isEmpty()) {
