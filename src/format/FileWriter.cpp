@@ -21,6 +21,14 @@ void FileWriter::comments(const QString& buffer)
     commentsUnchecked(buffer);
 }
 
+void FileWriter::section(const QStringList& head, const QStringList& body, const QString& buffer)
+{
+    line();
+    for (const QString& text : head + body)
+        line(text);
+    comments(buffer);
+}
+
 void FileWriter::commentsUnchecked(const QString& buffer)
 {
     QString block = QLatin1Char('!') + buffer;

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 class QIODevice;
 
@@ -25,6 +26,10 @@ public:
     void comments(const QString& buffer);
     // The same test-free form used for the simulation comments at the end.
     void commentsUnchecked(const QString& buffer);
+
+    // A whole section: a blank line, the `head` lines (title and column
+    // header), the `body` lines, then the comment block of `buffer`.
+    void section(const QStringList& head, const QStringList& body, const QString& buffer);
 
     const QByteArray& bytes() const { return m_bytes; }
 

@@ -87,15 +87,11 @@ void writePlantingSection(FileWriter& w)
             + textOr99(q.value(QStringLiteral("PLNAME"))).left(60);
         lines << text;
     }
-    if (lines.isEmpty())
-        return;
-    w.line();
-    w.line(QStringLiteral("*PLANTING DETAILS"));
-    w.line(QStringLiteral("@P PDATE EDATE  PPOP  PPOE  PLME  PLDS  PLRS  PLRD  PLDP  PLWT  PAGE  "
-                          "PENV  PLPH  SPRL                        PLNAME"));
-    for (const QString& line : lines)
-        w.line(line);
-    w.comments(state().comments.CommentsPlanting);
+    if (!lines.isEmpty())
+        w.section({ QStringLiteral("*PLANTING DETAILS"),
+                      QStringLiteral("@P PDATE EDATE  PPOP  PPOE  PLME  PLDS  PLRS  PLRD  PLDP  PLWT  PAGE  "
+                                     "PENV  PLPH  SPRL                        PLNAME") },
+            lines, state().comments.CommentsPlanting);
 }
 
 } // namespace quillon::format

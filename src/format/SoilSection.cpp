@@ -252,13 +252,8 @@ void writeSoilAnalysisSection(FileWriter& w)
                         6);
         }
     }
-    if (lines.isEmpty())
-        return;
-    w.line();
-    w.line(QStringLiteral("*SOIL ANALYSIS"));
-    for (const QString& line : lines)
-        w.line(line);
-    w.comments(state().comments.CommentsSoil);
+    if (!lines.isEmpty())
+        w.section({ QStringLiteral("*SOIL ANALYSIS") }, lines, state().comments.CommentsSoil);
 }
 
 void writeInitialConditionsSection(FileWriter& w)
@@ -296,13 +291,8 @@ void writeInitialConditionsSection(FileWriter& w)
                         maskedCell(l("INO3"), QStringLiteral("##.0"), QStringLiteral("-99.0")), 6);
         }
     }
-    if (lines.isEmpty())
-        return;
-    w.line();
-    w.line(QStringLiteral("*INITIAL CONDITIONS"));
-    for (const QString& line : lines)
-        w.line(line);
-    w.comments(state().comments.CommentsIC);
+    if (!lines.isEmpty())
+        w.section({ QStringLiteral("*INITIAL CONDITIONS") }, lines, state().comments.CommentsIC);
 }
 
 } // namespace quillon::format

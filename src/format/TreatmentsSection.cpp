@@ -126,14 +126,10 @@ void writeTreatmentsSection(FileWriter& w)
             QStringLiteral("Error"));
         return;
     }
-    w.line();
-    w.line(QStringLiteral("*TREATMENTS") + QString(24, QLatin1Char(' '))
-        + QStringLiteral("-------------FACTOR LEVELS------------"));
-    w.line(QStringLiteral(
-        "@N R O C TNAME.................... CU FL SA IC MP MI MF MR MC MT ME MH SM"));
-    for (const QString& line : lines)
-        w.line(line);
-    w.comments(state().comments.CommentsTreatments);
+    w.section({ QStringLiteral("*TREATMENTS") + QString(24, QLatin1Char(' '))
+                      + QStringLiteral("-------------FACTOR LEVELS------------"),
+                  QStringLiteral("@N R O C TNAME.................... CU FL SA IC MP MI MF MR MC MT ME MH SM") },
+        lines, state().comments.CommentsTreatments);
 }
 
 void writeCultivarsSection(FileWriter& w)
@@ -152,12 +148,8 @@ void writeCultivarsSection(FileWriter& w)
             QStringLiteral("Error"));
         return;
     }
-    w.line();
-    w.line(QStringLiteral("*CULTIVARS"));
-    w.line(QStringLiteral("@C CR INGENO CNAME"));
-    for (const QString& line : lines)
-        w.line(line);
-    w.comments(state().comments.CommentsCultivars);
+    w.section({ QStringLiteral("*CULTIVARS"), QStringLiteral("@C CR INGENO CNAME") }, lines,
+        state().comments.CommentsCultivars);
 }
 
 } // namespace quillon::format
