@@ -16,26 +16,26 @@ namespace {
 struct Column {
     const char* field;
     int start;
-    int length;
-    int width; // the writer's: right-justified in
     const char* missing; // the writer's text for an empty cell
 };
 
-// The columns after the level and the planting date, in the order of the line.
+// The columns after the level and the planting date, in the order of the
+// line. Each is five wide behind a blank, so the writer right-justifies it
+// in six.
 const Column columns[] = {
-    { "IEMRG", 10, 5, 6, "-99" },
-    { "PLANTS", 16, 5, 6, "-99.0" },
-    { "PLTPOP", 22, 5, 6, "-99.0" },
-    { "PLME", 28, 5, 6, "-99" },
-    { "PLDS", 34, 5, 6, "-99" },
-    { "ROWSPC", 40, 5, 6, "-99" },
-    { "AZIR", 46, 5, 6, "-99" },
-    { "SDEPTH", 52, 5, 6, "-99.0" },
-    { "SDWTPL", 58, 5, 6, "-99" },
-    { "SDAGE", 64, 5, 6, "-99" },
-    { "ATEMP", 70, 5, 6, "-99.0" },
-    { "PLPH", 76, 5, 6, "-99.0" },
-    { "SPRLAP", 82, 5, 6, "-99.0" },
+    { "IEMRG", 10, "-99" },
+    { "PLANTS", 16, "-99.0" },
+    { "PLTPOP", 22, "-99.0" },
+    { "PLME", 28, "-99" },
+    { "PLDS", 34, "-99" },
+    { "ROWSPC", 40, "-99" },
+    { "AZIR", 46, "-99" },
+    { "SDEPTH", 52, "-99.0" },
+    { "SDWTPL", 58, "-99" },
+    { "SDAGE", 64, "-99" },
+    { "ATEMP", 70, "-99.0" },
+    { "PLPH", 76, "-99.0" },
+    { "SPRLAP", 82, "-99.0" },
 };
 
 // A temperature may be below zero: only below -10 is it missing.
@@ -59,7 +59,7 @@ void PlantRead(const QString& line)
                 readColumn(row, QStringLiteral("YRPLT"), line, 4, 5);
             for (const Column& col : columns) {
                 const QString field = QLatin1String(col.field);
-                readColumn(row, field, line, col.start, col.length,
+                readColumn(row, field, line, col.start, 5,
                     field == QLatin1String("ATEMP") ? TemperatureFloor : 0);
             }
             readColumn(row, QStringLiteral("PLNAME"), line, 111, 60);
@@ -81,7 +81,7 @@ void writePlantingSection(FileWriter& w)
             + rightJustified(cellText(q.value(QStringLiteral("YRPLT")), QStringLiteral("-99")), 5);
         for (const Column& col : columns)
             text += rightJustified(
-                cellText(q.value(QLatin1String(col.field)), QLatin1String(col.missing)), col.width);
+                cellText(q.value(QLatin1String(col.field)), QLatin1String(col.missing)), 6);
         // Columns 87 to 110 stay blank; the name begins in column 111.
         text += QString(24, QLatin1Char(' '))
             + textOr99(q.value(QStringLiteral("PLNAME"))).left(60);
