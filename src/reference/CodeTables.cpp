@@ -263,8 +263,7 @@ void CreateSIMLookUp()
         database::remakeTable(QStringLiteral("SimLookUp"),
             QStringLiteral("CREATE TABLE SimLookUp (Code TEXT COLLATE NOCASE, "
                            "Description TEXT COLLATE NOCASE, Type INTEGER)"));
-        const QString path = findPath(name);
-        if (path.isEmpty()) {
+        if (found.isEmpty()) {
             msgBox(QStringLiteral("Cannot find file") + QStringLiteral(" ") + name, MsgButtons::OK,
                 MsgIcon::Critical);
             endProgram();
@@ -272,7 +271,7 @@ void CreateSIMLookUp()
 
         int type = 0;
         bool taking = false;
-        for (const QString& line : keptCodeLines(readSuiteLines(path), false)) {
+        for (const QString& line : keptCodeLines(readSuiteLines(found), false)) {
             if (line.startsWith(QLatin1Char('*'))) {
                 // A heading outside the list keeps the number before it.
                 const int number = simulationType(trimSpaces(line.mid(1)));

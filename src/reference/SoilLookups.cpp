@@ -131,8 +131,7 @@ void FillSoilTable(const QString& code)
 {
     try {
         database::Transaction transaction;
-        if (database::rowCount(QStringLiteral("SoilData")) > 0)
-            database::exec(QStringLiteral("DELETE FROM SoilData"));
+        database::exec(QStringLiteral("DELETE FROM SoilData"));
 
         const QStringList& lines = SoilLines();
         const int n = int(lines.size());
