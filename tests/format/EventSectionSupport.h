@@ -1,6 +1,6 @@
 #pragma once
 
-// Helpers for the tests of the event sections: feeding crafted lines to a
+// Helpers for the section tests: feeding crafted lines to a
 // section reader and taking apart what a section writer wrote.
 
 #include "app/AppState.h"

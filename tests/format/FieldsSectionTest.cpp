@@ -144,7 +144,7 @@ TEST_F(FieldsSection, WritesBothGroups)
     database::exec(QStringLiteral(
         "INSERT INTO Fields (LNFLD, FLDNAM, WSTA, SLOPE) VALUES (2, 'IBWA0002', 'IBWA99', 2.25)"));
     state().comments.CommentsFields = QStringLiteral("remark");
-    EXPECT_EQ(writtenBy(writeFieldsSection),
+    EXPECT_EQ(written(writeFieldsSection),
         (QStringList { QString(), QStringLiteral("*FIELDS"), header1,
             QStringLiteral(
                 " 1 IBWA0001 IBWA       0.0     0 DR000     0     0 00000 SIL    180  IBWA910001 "
@@ -157,7 +157,7 @@ TEST_F(FieldsSection, WritesBothGroups)
 
     // Without rows nothing is written, not even the comments.
     database::exec(QStringLiteral("DELETE FROM Fields"));
-    EXPECT_TRUE(writtenBy(writeFieldsSection).isEmpty());
+    EXPECT_TRUE(written(writeFieldsSection).isEmpty());
     ASSERT_EQ(m_ui.messages.size(), 1u);
     EXPECT_EQ(m_ui.messages[0].text, QStringLiteral("No Field data available."));
     EXPECT_EQ(m_ui.messages[0].title, QStringLiteral("Error"));

@@ -186,7 +186,7 @@ TEST_F(GeneralSection, WritesTheBlock)
     state().comments.Notes = QStringLiteral("first note\r\nsecond\r\n");
     state().comments.CommentsGeneral = QStringLiteral("kept remark\r\n!with its own mark");
 
-    EXPECT_EQ(writtenBy(writeGeneralSection),
+    EXPECT_EQ(written(writeGeneralSection),
         (QStringList { QString(), QStringLiteral("*GENERAL"), QStringLiteral("@PEOPLE"),
             QStringLiteral("Ames J."), QStringLiteral("@ADDRESS"), QStringLiteral("-99"),
             QStringLiteral("@SITE"), QStringLiteral("-99"), plotHeader, plotLine,
@@ -196,14 +196,14 @@ TEST_F(GeneralSection, WritesTheBlock)
 
 TEST_F(GeneralSection, EmptyDatabaseWritesTheGroupsWithoutTheSectionLine)
 {
-    EXPECT_EQ(writtenBy(writeGeneralSection),
+    EXPECT_EQ(written(writeGeneralSection),
         (QStringList { QString(), QStringLiteral("@PEOPLE"), QStringLiteral("-99"),
             QStringLiteral("@ADDRESS"), QStringLiteral("-99"), QStringLiteral("@SITE"),
             QStringLiteral("-99") }));
 
     // Plot data alone: the section line comes behind the groups.
     database::exec(QStringLiteral("INSERT INTO PlotInfo (PLAY, PRNO, PLSP) VALUES ('0', 0, NULL)"));
-    const QStringList lines = writtenBy(writeGeneralSection);
+    const QStringList lines = written(writeGeneralSection);
     ASSERT_EQ(lines.size(), 10);
     EXPECT_EQ(lines[7], QStringLiteral("*GENERAL"));
     // "##" writes a zero as nothing; an empty plant spacing is "-99", not "-99.0".
@@ -227,7 +227,7 @@ TEST_F(GeneralSection, WritingAndReadingBack)
     const TwoSaves empty = saveTwice({}, tables(), readers(), writeGeneralSection);
     EXPECT_EQ(rowsOf(QStringLiteral("SELECT PEOPLE, ADDRESS, SITE FROM GeneralInfo")),
         QStringList { QStringLiteral("||-99") });
-    emptyTables(tables());
+    clearSection(tables());
     dispatch(empty.second, readers());
     EXPECT_EQ(rowsOf(QStringLiteral("SELECT PEOPLE, ADDRESS, SITE FROM GeneralInfo")),
         QStringList { QStringLiteral("-99|-99|-99") });

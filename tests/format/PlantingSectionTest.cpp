@@ -98,7 +98,7 @@ TEST_F(PlantingSection, WritesPlantingLines)
                                   "'S', 'R', 75, 0, 5, NULL, NULL, -5, -99, "
                                   "NULL, 'Planting one')"));
     state().comments.CommentsPlanting = QStringLiteral("remark");
-    EXPECT_EQ(writtenBy(writePlantingSection),
+    EXPECT_EQ(written(writePlantingSection),
         (QStringList {
             QString(),
             QStringLiteral("*PLANTING DETAILS"),
@@ -113,7 +113,7 @@ TEST_F(PlantingSection, WritesPlantingLines)
         }));
 
     database::exec(QStringLiteral("DELETE FROM Planting"));
-    EXPECT_TRUE(writtenBy(writePlantingSection).isEmpty());
+    EXPECT_TRUE(written(writePlantingSection).isEmpty());
     EXPECT_TRUE(m_ui.messages.empty());
 }
 

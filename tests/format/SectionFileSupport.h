@@ -2,38 +2,17 @@
 
 // Helpers for the tests of the head sections of the experiment file
 // (general block to planting): a small dispatch that hands crafted lines to
-// section readers by the first four characters of a line, and the written
-// text taken apart at CR LF.
+// section readers by the first four characters of a line, and two saves in
+// a row through it.
 
-#include "app/AppState.h"
-#include "database/Sql.h"
-#include "format/FileWriter.h"
-#include "format/TextLines.h"
+#include "EventSectionSupport.h"
 
-#include <QStringList>
-
-#include <functional>
 #include <map>
 
 namespace quillon::test::sections {
 
-using Reader = std::function<void(format::LineCursor&)>;
-using Writer = std::function<void(format::FileWriter&)>;
-
-inline QStringList linesOf(const format::FileWriter& w)
-{
-    QStringList lines = QString::fromLatin1(w.bytes()).split(QStringLiteral("\r\n"));
-    if (!lines.isEmpty() && lines.last().isEmpty())
-        lines.removeLast();
-    return lines;
-}
-
-inline QStringList writtenBy(const Writer& write)
-{
-    format::FileWriter w;
-    write(w);
-    return linesOf(w);
-}
+using Reader = SectionReader;
+using Writer = SectionWriter;
 
 // Walks the lines as the file's dispatch does: a line whose first four
 // characters are a key goes to that key's reader, which leaves the index at
@@ -56,13 +35,6 @@ inline void dispatch(const QStringList& lines, const std::map<QString, Reader>& 
     state().comments.stripLeadingLineBreaks();
 }
 
-inline void emptyTables(const QStringList& tables)
-{
-    for (const QString& table : tables)
-        database::exec(QStringLiteral("DELETE FROM [%1]").arg(table));
-    state().comments.clear();
-}
-
 // Reads `input`, writes, empties the tables and reads that output back, and
 // writes again: what a save followed by the re-read does. Returns both
 // outputs.
@@ -73,13 +45,13 @@ struct TwoSaves {
 inline TwoSaves saveTwice(const QStringList& input, const QStringList& tables,
     const std::map<QString, Reader>& readers, const Writer& write)
 {
-    emptyTables(tables);
+    clearSection(tables);
     dispatch(input, readers);
     TwoSaves out;
-    out.first = writtenBy(write);
-    emptyTables(tables);
+    out.first = written(write);
+    clearSection(tables);
     dispatch(out.first, readers);
-    out.second = writtenBy(write);
+    out.second = written(write);
     return out;
 }
 

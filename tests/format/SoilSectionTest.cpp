@@ -103,7 +103,7 @@ TEST_F(SoilSection, WritesSoilAnalysis)
     database::exec(QStringLiteral(
         "INSERT INTO SoilLayers (LNSA, SABL, SASC) VALUES (3, 10, 100)")); // no level: not written
     state().comments.CommentsSoil = QStringLiteral("remark");
-    EXPECT_EQ(writtenBy(writeSoilAnalysisSection),
+    EXPECT_EQ(written(writeSoilAnalysisSection),
         (QStringList {
             QString(),
             QStringLiteral("*SOIL ANALYSIS"),
@@ -119,7 +119,7 @@ TEST_F(SoilSection, WritesSoilAnalysis)
         }));
 
     database::exec(QStringLiteral("DELETE FROM SoilAnalysis"));
-    EXPECT_TRUE(writtenBy(writeSoilAnalysisSection).isEmpty());
+    EXPECT_TRUE(written(writeSoilAnalysisSection).isEmpty());
     EXPECT_TRUE(m_ui.messages.empty());
 }
 
@@ -201,7 +201,7 @@ TEST_F(SoilSection, WritesInitialConditions)
     // A stored -99 goes through the templates; zero keeps only its point.
     database::exec(QStringLiteral(
         "INSERT INTO ICLayers (LNIC, DLAYRI, SWINIT, INH4, INO3) VALUES (1, NULL, -99, -99, 0)"));
-    EXPECT_EQ(writtenBy(writeInitialConditionsSection),
+    EXPECT_EQ(written(writeInitialConditionsSection),
         (QStringList {
             QString(),
             QStringLiteral("*INITIAL CONDITIONS"),

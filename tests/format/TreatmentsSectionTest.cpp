@@ -119,7 +119,7 @@ TEST_F(TreatmentsSection, WritesTreatmentLines)
         QStringLiteral("INSERT INTO Treatments (TRTNO, ROTNO, ROTOPT, CRPNO, TITLET, LNCU, LNFLD) "
                        "VALUES (10, 2, 1, 3, 'A name of exactly 25 char', 100, 2)"));
     state().comments.CommentsTreatments = QStringLiteral("one remark");
-    EXPECT_EQ(writtenBy(writeTreatmentsSection),
+    EXPECT_EQ(written(writeTreatmentsSection),
         (QStringList {
             QString(),
             treatmentsLine,
@@ -138,7 +138,7 @@ TEST_F(TreatmentsSection, WritesTreatmentLines)
 
     database::exec(QStringLiteral(
         "UPDATE Treatments SET TITLET = 'A name that is longer than the column' WHERE TRTNO = 1"));
-    EXPECT_EQ(writtenBy(writeTreatmentsSection).at(3).mid(9, 28),
+    EXPECT_EQ(written(writeTreatmentsSection).at(3).mid(9, 28),
         QStringLiteral("A name that is longer tha  1"));
 }
 
@@ -146,8 +146,8 @@ TEST_F(TreatmentsSection, EmptyTablesAreToldAndLeftOut)
 {
     state().comments.CommentsTreatments = QStringLiteral("not written without rows");
     state().comments.CommentsCultivars = QStringLiteral("nor this");
-    EXPECT_TRUE(writtenBy(writeTreatmentsSection).isEmpty());
-    EXPECT_TRUE(writtenBy(writeCultivarsSection).isEmpty());
+    EXPECT_TRUE(written(writeTreatmentsSection).isEmpty());
+    EXPECT_TRUE(written(writeCultivarsSection).isEmpty());
     ASSERT_EQ(m_ui.messages.size(), 2u);
     EXPECT_EQ(m_ui.messages[0].text, QStringLiteral("No Treatment data available."));
     EXPECT_EQ(m_ui.messages[0].title, QStringLiteral("Error"));
@@ -164,7 +164,7 @@ TEST_F(TreatmentsSection, WritesCultivarLines)
         "'A cultivar name that the writer does not cut')"));
     database::exec(QStringLiteral(
         "INSERT INTO Cultivars (LNCU, CODE, VARNO, CNAME) VALUES (100, 'WH', 'X', NULL)"));
-    EXPECT_EQ(writtenBy(writeCultivarsSection),
+    EXPECT_EQ(written(writeCultivarsSection),
         (QStringList { QString(), QStringLiteral("*CULTIVARS"),
             QStringLiteral("@C CR INGENO CNAME"),
             QStringLiteral(" 1 MZ IB0035 A cultivar name that the writer does not cut"),
