@@ -39,12 +39,6 @@ struct DebugResult {
     QString errorsFilePath;
 };
 
-// The caption of the window that shows Errors.txt.
-inline QString errorsViewCaption()
-{
-    return QStringLiteral("View Errors");
-}
-
 // Runs the whole debugger: refuses with a message when there are no
 // treatments or a treatment lacks its simulation or field level; otherwise
 // runs the checks below in turn (each reports its own failures and the run
