@@ -223,6 +223,24 @@ QVariantList datesOf(
     return dates;
 }
 
+// The dates of factor levels, each read once a check: treatments share
+// their levels, and the checks change none of these tables.
+class LevelDates {
+public:
+    const QVariantList& of(
+        const char* table, const char* levelColumn, const char* dateColumn, const QVariant& level)
+    {
+        const QString key = QLatin1String(table) + QLatin1Char('|') + level.toString();
+        auto found = m_dates.find(key);
+        if (found == m_dates.end())
+            found = m_dates.emplace(key, datesOf(table, levelColumn, dateColumn, level)).first;
+        return found->second;
+    }
+
+private:
+    std::map<QString, QVariantList> m_dates;
+};
+
 QString errorsFilePath()
 {
     QString folder = state().AppFolder;
@@ -330,6 +348,7 @@ void FindFieldYears_byLevel(int level, WeatherKind kind)
 void CheckApplications_Management(Findings& findings)
 {
     try {
+        LevelDates levelDates;
         for (const QSqlRecord& treatment : treatments()) {
             const QSqlRecord management = currentRow(
                 QStringLiteral("Select * From SimulationControlManagement Where LNSIM = ?"),
@@ -347,7 +366,7 @@ void CheckApplications_Management(Findings& findings)
                 if (!daysAfterPlanting && !dated)
                     continue;
                 for (const QVariant& date :
-                    datesOf(factor.table, factor.level, factor.date, level)) {
+                    levelDates.of(factor.table, factor.level, factor.date, level)) {
                     if (date.isNull())
                         continue;
                     const qsizetype length = trimSpaces(date.toString()).size();
@@ -408,6 +427,7 @@ void CheckPlanting_date(Findings& findings)
 void CheckAllYears(Findings& findings)
 {
     try {
+        LevelDates levelDates;
         for (const QSqlRecord& treatment : treatments()) {
             const QVariant trtno = treatment.value(QStringLiteral("TRTNO"));
             const QVariant fieldLevel = treatment.value(QStringLiteral("LNFLD"));
@@ -426,7 +446,7 @@ void CheckAllYears(Findings& findings)
                 if (level.isNull())
                     continue;
                 for (const QVariant& date :
-                    datesOf(factor.table, factor.level, factor.date, level)) {
+                    levelDates.of(factor.table, factor.level, factor.date, level)) {
                     if (date.isNull()) {
                         findings.add(trtno, QLatin1String(factor.part),
                             QStringLiteral("Application date is missing."));
