@@ -60,13 +60,7 @@ public:
     void showIdentification() override
     {
         crops = cropList().size();
-        Identification id;
-        id.details = loadExperimentDetails();
-        id.type = fileTypeOf(state());
-        id.cropCode = id.details.CODE;
-        id.plot = loadPlotDetails();
-        id.general = loadGeneralDetails();
-        window = id;
+        window = storedIdentification();
     }
     std::optional<Identification> identification() const override { return window; }
     QString closeEditors() override { return {}; }

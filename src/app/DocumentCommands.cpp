@@ -54,13 +54,7 @@ Identification currentIdentification()
     if (std::optional<Identification> shown = documentHost().identification())
         return *shown;
     // No window: the tables hold what identifies the document.
-    Identification id;
-    id.details = loadExperimentDetails();
-    id.type = fileTypeOf(state());
-    id.cropCode = id.type == FileType::Experimental ? id.details.CODE : QString();
-    id.plot = loadPlotDetails();
-    id.general = loadGeneralDetails();
-    return id;
+    return storedIdentification();
 }
 
 // Institute, site, title and, for an experimental file, the crop must be
@@ -260,6 +254,17 @@ void clearTypeFlags(AppState& s)
 }
 
 } // namespace
+
+Identification storedIdentification()
+{
+    Identification id;
+    id.details = loadExperimentDetails();
+    id.type = fileTypeOf(state());
+    id.cropCode = id.type == FileType::Experimental ? id.details.CODE : QString();
+    id.plot = loadPlotDetails();
+    id.general = loadGeneralDetails();
+    return id;
+}
 
 const std::vector<MenuEntryState>& menuTable()
 {

@@ -34,6 +34,11 @@ struct Identification {
     GeneralDetails general;
 };
 
+// The identification as the tables hold it, as the identification window
+// loads it: the details, the type from the type flags, the crop code for an
+// experimental file, the plot details and the general information.
+Identification storedIdentification();
+
 // The windows as the document commands see them. The main window implements
 // it; tests use a fake that records what was asked of it.
 class DocumentHost {

@@ -41,13 +41,7 @@ public:
     void showIdentification() override
     {
         calls << QStringLiteral("identification");
-        Identification id;
-        id.details = loadExperimentDetails();
-        id.type = fileTypeOf(state());
-        id.cropCode = id.type == FileType::Experimental ? id.details.CODE : QString();
-        id.plot = loadPlotDetails();
-        id.general = loadGeneralDetails();
-        window = id;
+        window = storedIdentification();
     }
     std::optional<Identification> identification() const override { return window; }
     QString closeEditors() override
