@@ -1,13 +1,11 @@
-#include "app/gui/DialogButtons.h"
 #include "app/gui/frmStartRefresh.h"
 
 #include "app/AppState.h"
 #include "app/DialogSwitches.h"
+#include "app/gui/DialogButtons.h"
 #include "app/gui/RefreshNotice.h"
 
 #include <QCheckBox>
-#include <QDialogButtonBox>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace quillon {
