@@ -26,31 +26,11 @@ const SimGroup& group(int index) { return reference::simGroups().at(index); }
 
 // Runs a group reader's body; on failure reports it and stores the level's
 // row of defaults, whose own failure goes on to the caller.
-template <typename Body>
-void readGroup(const QString& line, int index, const char* name, Body&& body)
+void readGroup(const QString& line, int index, const char* name, const std::function<void(Row&, double)>& body)
 {
-    if (isComment(line)) {
-        takeComment(line);
-        return;
-    }
     const SimGroup& g = group(index);
-    const double level = levelOf(line);
-    try {
-        Row row { { QStringLiteral("LNSIM"), level } };
-        if (const auto label = labelValue(line, index == Harvest ? 0 : 5, g.label))
-            row.emplace_back(g.labelColumn, *label);
-        body(row, level);
-        storeRow(g.table, row);
-    } catch (const RuntimeError&) {
-        groupFailed(QStringLiteral("Auto Management/") + QLatin1String(name), level);
-        storeDefaultRow(g.table, g, level);
-    }
-}
-
-void readCells(Row& row, const QString& line, const std::vector<Cell>& cells)
-{
-    for (const Cell& cell : cells)
-        addCell(row, line, cell);
+    readGroupLine(line, g, index == Harvest ? 0 : 5, QStringLiteral("Auto Management/") + QLatin1String(name), g.table,
+        body);
 }
 
 // What completes a date given as a day alone: the level's start date S and
@@ -150,7 +130,7 @@ void AutoPlantingRead(const QString& line)
         if (line.size() > 22)
             row.emplace_back(QStringLiteral("PWDINL"),
                 windowDate(line, 22, QStringLiteral("-99  "), simDefaults().PWDINL, base, MoveYear::Never));
-        readCells(row, line,
+        addCells(row, line,
             { { "SWPLTL", 28, 28, 5 }, { "SWPLTH", 34, 34, 5 }, { "SWPLTD", 40, 40, 5 }, { "PTX", 46, 46, 5 },
                 { "PTTN", 52, 52, 5 } });
     });
@@ -159,7 +139,7 @@ void AutoPlantingRead(const QString& line)
 void AutoIrrigationRead(const QString& line)
 {
     readGroup(line, Irrigation, "Irrigation", [&](Row& row, double) {
-        readCells(row, line,
+        addCells(row, line,
             { { "DSOIL", 17, 16, 5 }, { "THETAC", 23, 22, 5 }, { "IEPT", 29, 28, 5 }, { "IOFF", 35, 34, 5 },
                 { "IAME", 41, 40, 5 }, { "AIRAMT", 47, 46, 5 }, { "EFFIRR", 53, 52, 5 } });
     });
@@ -169,7 +149,7 @@ void AutoNitrogenRead(const QString& line)
 {
     // The stage code is taken over 11 positions.
     readGroup(line, Nitrogen, "Nitrogen", [&](Row& row, double) {
-        readCells(row, line,
+        addCells(row, line,
             { { "DSOILN", 17, 16, 5 }, { "SOILNC", 23, 22, 5 }, { "SOILNX", 29, 28, 5 }, { "NCODE", 35, 34, 5 },
                 { "NEND", 41, 40, 11 } });
     });
@@ -178,7 +158,7 @@ void AutoNitrogenRead(const QString& line)
 void AutoResiduesRead(const QString& line)
 {
     readGroup(line, Residues, "Residues", [&](Row& row, double) {
-        readCells(row, line, { { "RIP", 17, 16, 5 }, { "NRESDL", 23, 22, 5 }, { "DRESMG", 29, 28, 5 } });
+        addCells(row, line, { { "RIP", 17, 16, 5 }, { "NRESDL", 23, 22, 5 }, { "DRESMG", 29, 28, 5 } });
     });
 }
 
@@ -190,7 +170,7 @@ void AutoHarvestRead(const QString& line)
         if (line.size() > 23)
             row.emplace_back(QStringLiteral("HLATE"),
                 windowDate(line, 22, QStringLiteral("  -99"), simDefaults().HLATE, base, MoveYear::WhenEarlier));
-        readCells(row, line, { { "HPP", 29, 28, 5 }, { "HRP", 35, 34, 5 } });
+        addCells(row, line, { { "HPP", 29, 28, 5 }, { "HRP", 35, 34, 5 } });
     });
 }
 

@@ -69,6 +69,12 @@ void addCell(Row& row, const QString& line, const Cell& cell)
         row.emplace_back(QLatin1String(cell.column), *value);
 }
 
+void addCells(Row& row, const QString& line, const std::vector<Cell>& cells)
+{
+    for (const Cell& cell : cells)
+        addCell(row, line, cell);
+}
+
 std::optional<QVariant> labelValue(const QString& line, int lengthTest, const QString& letters)
 {
     if (lengthTest > 0 && line.size() <= lengthTest)
@@ -117,6 +123,26 @@ void storeDefaultRow(const QString& table, const SimGroup& group, double level)
     Row row = reference::defaultRow(group, 0);
     row.front().second = level;
     storeRow(table, row);
+}
+
+void readGroupLine(const QString& line, const SimGroup& group, int labelTest, const QString& where,
+    const QString& defaultsTable, const std::function<void(Row& row, double level)>& body)
+{
+    if (isComment(line)) {
+        takeComment(line);
+        return;
+    }
+    const double level = levelOf(line);
+    try {
+        Row row { { QStringLiteral("LNSIM"), level } };
+        if (const auto label = labelValue(line, labelTest, group.label))
+            row.emplace_back(group.labelColumn, *label);
+        body(row, level);
+        storeRow(group.table, row);
+    } catch (const RuntimeError&) {
+        groupFailed(where, level);
+        storeDefaultRow(defaultsTable, group, level);
+    }
 }
 
 void restoreDefaultControls()

@@ -9,6 +9,7 @@
 #include <QVariant>
 #include <QVariantMap>
 
+#include <functional>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -45,6 +46,8 @@ QString levelText(double level);
 std::optional<QVariant> cellValue(const QString& line, const Cell& cell);
 // Adds the cell to the row when the line reaches it.
 void addCell(Row& row, const QString& line, const Cell& cell);
+// addCell for each of the cells in turn.
+void addCells(Row& row, const QString& line, const std::vector<Cell>& cells);
 
 // The group label at positions 4 to 14: the group's own two letters in
 // place of a blank or negative label. No value when the line isn't longer
@@ -66,6 +69,15 @@ void groupFailed(const QString& where, double level);
 
 // The level's row of defaults, stored in `table` (normally the group's own).
 void storeDefaultRow(const QString& table, const reference::SimGroup& group, double level);
+
+// How every group reader takes a line. A comment goes to the simulation
+// comments. Otherwise the row opens with the level and the label (its
+// length test `labelTest`), `body` adds the cells, and the row goes to the
+// group's table. If that fails, the failure is shown as in `where` and the
+// level's row of defaults goes to `defaultsTable`; a failure of that goes on
+// to the caller.
+void readGroupLine(const QString& line, const reference::SimGroup& group, int labelTest, const QString& where,
+    const QString& defaultsTable, const std::function<void(Row& row, double level)>& body);
 
 // The section-level recovery: every group table emptied and given level 1
 // of defaults; the start date comes from the first planting row if any.

@@ -26,22 +26,7 @@ enum GroupIndex { General, Options, Methods, Management, Outputs };
 void readPlainGroup(const QString& line, const SimGroup& g, const std::vector<Cell>& cells, const QString& where,
     const QString& defaultsTable)
 {
-    if (isComment(line)) {
-        takeComment(line);
-        return;
-    }
-    const double level = levelOf(line);
-    try {
-        Row row { { QStringLiteral("LNSIM"), level } };
-        if (const auto label = labelValue(line, 4, g.label))
-            row.emplace_back(g.labelColumn, *label);
-        for (const Cell& cell : cells)
-            addCell(row, line, cell);
-        storeRow(g.table, row);
-    } catch (const RuntimeError&) {
-        groupFailed(where, level);
-        storeDefaultRow(defaultsTable, g, level);
-    }
+    readGroupLine(line, g, 4, where, defaultsTable, [&](Row& row, double) { addCells(row, line, cells); });
 }
 
 // The start date: a short code is padded with zeros to five characters; a
