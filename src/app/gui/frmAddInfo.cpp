@@ -1,17 +1,15 @@
-#include "app/gui/DialogButtons.h"
 #include "app/gui/frmAddInfo.h"
 
 #include "app/UserInterface.h"
+#include "app/gui/DialogButtons.h"
 #include "app/gui/FocusValidation.h"
 
-#include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace quillon {

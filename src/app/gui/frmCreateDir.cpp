@@ -1,15 +1,13 @@
-#include "app/gui/DialogButtons.h"
 #include "app/gui/frmCreateDir.h"
 
 #include "app/ExpIdentity.h"
 #include "app/RuntimeError.h"
 #include "app/UserInterface.h"
+#include "app/gui/DialogButtons.h"
 
-#include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace quillon {
