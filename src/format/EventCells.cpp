@@ -155,17 +155,17 @@ bool writeNamedEvents(FileWriter& w, const NamedEventTables& tables, const QStri
 {
     const QString table = QLatin1String(tables.events);
     const QString levelField = QLatin1String(tables.levelColumn);
-    if (database::rowCount(table) == 0)
+    QSqlQuery q = database::select(QStringLiteral("SELECT * FROM [%1] ORDER BY [%2], rowid").arg(table, levelField));
+    if (!q.next())
         return false;
     w.line();
     w.line(title);
     w.line(header);
-    QSqlQuery q = database::select(QStringLiteral("SELECT * FROM [%1] ORDER BY [%2], rowid").arg(table, levelField));
     LevelNameLookup names(find);
-    while (q.next()) {
+    do {
         const QVariant level = q.value(levelField);
         w.line(levelColumn(level) + cells(q) + names(level));
-    }
+    } while (q.next());
     return true;
 }
 
