@@ -57,15 +57,10 @@ QVariant textValue(const QString& value)
     return value.isNull() ? QStringLiteral("") : value;
 }
 
-bool hasRow(const QString& table)
-{
-    return database::scalar(QStringLiteral("SELECT COUNT(*) FROM %1").arg(table)).toInt() > 0;
-}
-
 // Edits the first row of a one-row table, or adds the row when there is none.
 void storeFirstRow(const QString& table, const database::Values& values)
 {
-    if (!hasRow(table)) {
+    if (database::rowCount(table) == 0) {
         database::insertRow(table, values);
         return;
     }
