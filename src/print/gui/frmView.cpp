@@ -57,7 +57,6 @@ frmView::frmView(print::Writer writer, QWidget* parent)
     : QDialog(parent, Qt::Window)
     , m_writer(std::move(writer))
     , m_RhTBView(new QPlainTextEdit(this))
-    , m_cmdRefresh(new QPushButton(tr("&Refresh"), this))
 {
     setObjectName(QStringLiteral("frmView"));
     setWindowTitle(tr("Print Preview"));
@@ -67,17 +66,18 @@ frmView::frmView(print::Writer writer, QWidget* parent)
     m_RhTBView->setFont(fixedFont(10));
     m_RhTBView->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
 
-    m_cmdRefresh->setObjectName(QStringLiteral("cmdRefresh"));
-    m_cmdRefresh->setToolTip(tr("Write the text again from the experiment as it stands now"));
+    auto* refresh = new QPushButton(tr("&Refresh"), this);
+    refresh->setObjectName(QStringLiteral("cmdRefresh"));
+    refresh->setToolTip(tr("Write the text again from the experiment as it stands now"));
     auto* print = new QPushButton(tr("&Print..."), this);
     print->setObjectName(QStringLiteral("Command1"));
     print->setToolTip(tr("Print the text (Ctrl+P)"));
     auto* close = new QPushButton(tr("&Close"), this);
     close->setObjectName(QStringLiteral("cmdExit"));
     close->setToolTip(tr("Close the preview (Ctrl+O)"));
-    for (QPushButton* button : { m_cmdRefresh, print, close })
+    for (QPushButton* button : { refresh, print, close })
         button->setAutoDefault(false);
-    connect(m_cmdRefresh, &QPushButton::clicked, this, &frmView::cmdRefresh_Click);
+    connect(refresh, &QPushButton::clicked, this, &frmView::cmdRefresh_Click);
     connect(print, &QPushButton::clicked, this, &frmView::Command1_Click);
     connect(close, &QPushButton::clicked, this, &frmView::cmdExit_Click);
     connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_O), this), &QShortcut::activated, this,
@@ -86,7 +86,7 @@ frmView::frmView(print::Writer writer, QWidget* parent)
         &frmView::Command1_Click);
 
     auto* buttons = new QHBoxLayout;
-    buttons->addWidget(m_cmdRefresh);
+    buttons->addWidget(refresh);
     buttons->addWidget(print);
     buttons->addStretch();
     buttons->addWidget(close);

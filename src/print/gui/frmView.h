@@ -8,7 +8,6 @@
 #include <functional>
 
 class QPlainTextEdit;
-class QPushButton;
 
 namespace quillon {
 
@@ -57,7 +56,6 @@ private:
     std::function<void()> m_prepare;
     QString m_paneFile;
     QPlainTextEdit* m_RhTBView;
-    QPushButton* m_cmdRefresh;
     bool m_loaded = false;
 };
 
