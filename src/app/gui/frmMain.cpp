@@ -30,12 +30,6 @@ constexpr float DesignWidth = 9600;
 constexpr float DesignHeight = 7200;
 constexpr float UnitsPerPixel = 15;
 
-// The preview and the printout are the text Save would write.
-bool writeForView(const QString& path)
-{
-    return format::writeFile(path);
-}
-
 } // namespace
 
 frmMain::frmMain(QWidget* parent)
@@ -360,14 +354,15 @@ void frmMain::setBusy(bool busy)
     }
 }
 
+// The preview and the printout are the text Save would write.
 void frmMain::mnuFilePrintPreview_Click()
 {
-    ShowFileView(this, writeForView, viewIdentityFrom(m_identification));
+    ShowFileView(this, format::writeFile, viewIdentityFrom(m_identification));
 }
 
 void frmMain::mnuPrint_Click()
 {
-    printFileView(this, writeForView, viewIdentityFrom(m_identification));
+    printFileView(this, format::writeFile, viewIdentityFrom(m_identification));
 }
 
 void frmMain::mnuViewCheck_Click()
