@@ -148,6 +148,11 @@ bool saveSteps(bool readBackAfter)
     if (!fileNameComplete(s.ExpFilePath))
         return false;
     const QString editor = host.closeEditors();
+    // Whatever stops the save gives the user back the editor that was open.
+    const auto giveUp = [&] {
+        host.reopenEditor(editor);
+        return false;
+    };
 
     if (!s.LastSavedPath.isEmpty()) {
         const int gap = doubledSeparatorAt(s.LastSavedPath);
@@ -165,18 +170,14 @@ bool saveSteps(bool readBackAfter)
             const QString question = s.IsNewFile
                 ? asNew
                 : modifiedFile + QLatin1Char(' ') + s.LastSavedPath + QLatin1Char(' ') + asNew;
-            if (msgBox(question, MsgButtons::OKCancel, MsgIcon::Exclamation) == MsgAnswer::Cancel) {
-                host.reopenEditor(editor);
-                return false;
-            }
+            if (msgBox(question, MsgButtons::OKCancel, MsgIcon::Exclamation) == MsgAnswer::Cancel)
+                return giveUp();
         }
     }
 
     const Identification id = currentIdentification();
-    if (!identificationComplete(id) || !storeIdentification(id)) {
-        host.reopenEditor(editor);
-        return false;
-    }
+    if (!identificationComplete(id) || !storeIdentification(id))
+        return giveUp();
 
     const QString folder = folderOf(s.ExpFilePath);
     if (folder.isEmpty() || !QFileInfo(folder).isDir()) {
@@ -185,10 +186,8 @@ bool saveSteps(bool readBackAfter)
         return saveAsSteps(readBackAfter);
     }
 
-    if (!writeDocument(s.ExpFilePath)) {
-        host.reopenEditor(editor);
-        return false;
-    }
+    if (!writeDocument(s.ExpFilePath))
+        return giveUp();
     if (readBackAfter)
         readBack(editor);
     return true;
@@ -210,37 +209,33 @@ bool saveAsSteps(bool readBackAfter)
     if (!fileNameComplete(s.ExpFilePath))
         return false;
     const QString editor = host.closeEditors();
-    const Identification id = currentIdentification();
-    if (!identificationComplete(id)) {
+    // Whatever stops the save gives the user back the editor that was open.
+    const auto giveUp = [&] {
         host.reopenEditor(editor);
         return false;
-    }
+    };
+    const Identification id = currentIdentification();
+    if (!identificationComplete(id))
+        return giveUp();
 
     const QString start = withSingleSeparators(s.ExpFilePath);
     const QString startFolder = start.isEmpty() ? s.DataFolder : folderOf(start);
     const QString answer = ui().saveFileName(saveAsFilter, startFolder, fileNameOf(start));
-    if (answer.isEmpty()) {
-        host.reopenEditor(editor);
-        return false;
-    }
+    if (answer.isEmpty())
+        return giveUp();
     const QFileInfo chosen(answer);
     if (!isExperimentFileName(chosen)) {
         msgBox(chosen.fileName() + QLatin1Char(' ') + wrongFileName, MsgButtons::OK,
             MsgIcon::Critical);
-        host.reopenEditor(editor);
-        return false;
+        return giveUp();
     }
     if (chosen.exists()
-        && msgBox(overwrite, MsgButtons::YesNo, MsgIcon::Exclamation) != MsgAnswer::Yes) {
-        host.reopenEditor(editor);
-        return false;
-    }
+        && msgBox(overwrite, MsgButtons::YesNo, MsgIcon::Exclamation) != MsgAnswer::Yes)
+        return giveUp();
 
     const QString path = QDir::toNativeSeparators(answer);
-    if (!storeIdentification(id) || !writeDocument(path)) {
-        host.reopenEditor(editor);
-        return false;
-    }
+    if (!storeIdentification(id) || !writeDocument(path))
+        return giveUp();
     s.ExpFilePath = path;
     host.rebuildCaptions(path);
     if (readBackAfter)
