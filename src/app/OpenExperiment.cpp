@@ -63,13 +63,12 @@ void fillManagementTables()
 void prepareWorkDatabase(const QString& unreadableMessage)
 {
     dropDamagedWorkDatabase(unreadableMessage);
-    if (QFile::exists(state().WorkDBPath)) {
-        database::CreateDataBaseX();
-        ui().progress(15);
+    const bool kept = QFile::exists(state().WorkDBPath);
+    database::CreateDataBaseX();
+    ui().progress(15);
+    if (kept) {
         clearLastDocument();
     } else {
-        database::CreateDataBaseX();
-        ui().progress(15);
         reference::Fill_All_Lookups();
         reference::CreateSIMLookUp();
     }
