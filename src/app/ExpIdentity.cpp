@@ -388,9 +388,8 @@ PlotDetails loadPlotDetails()
     if (!q.isValid())
         return plot;
     for (const PlotField& field : plotFields()) {
-        const QVariant value = q.value(QLatin1String(field.column));
-        plot.*field.member = field.numeric ? format::NumText(value)
-                                           : (value.isNull() ? QString() : value.toString());
+        plot.*field.member = field.numeric ? format::NumText(q.value(QLatin1String(field.column)))
+                                           : text(q, field.column);
     }
     return plot;
 }
