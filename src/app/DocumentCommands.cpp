@@ -43,12 +43,6 @@ QString firstFolderOf(const QString& path)
 }
 
 // A guard that puts the hourglass up for a scope.
-class Busy {
-public:
-    Busy() { documentHost().setBusy(true); }
-    ~Busy() { documentHost().setBusy(false); }
-};
-
 Identification currentIdentification()
 {
     if (std::optional<Identification> shown = documentHost().identification())
@@ -462,6 +456,7 @@ bool mnuFileClose_Click()
     s.ExpFilePath.clear();
     clearTypeFlags(s);
     s.comments.clear();
+    s.SimulationDate = QStringLiteral("-99");
     try {
         validation::DeleteRelations();
         database::CleanDataBase_Partially();

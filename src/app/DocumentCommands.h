@@ -115,6 +115,15 @@ inline const QString saveOnExit = QStringLiteral("Do you want to save the file b
 void setDocumentHost(DocumentHost* host);
 DocumentHost& documentHost();
 
+// The hourglass pointer for as long as the object lives.
+class Busy {
+public:
+    Busy() { documentHost().setBusy(true); }
+    ~Busy() { documentHost().setBusy(false); }
+    Busy(const Busy&) = delete;
+    Busy& operator=(const Busy&) = delete;
+};
+
 // Opens an experiment: from the open dialog, from the command line, or
 // (ReopenFlag) ExpFilePath again. A cancelled dialog changes nothing.
 void mnuFileOpen_Click();

@@ -25,6 +25,7 @@ QMessageBox::StandardButtons standardButtons(MsgButtons buttons)
     case MsgButtons::OKCancel:
         return QMessageBox::Ok | QMessageBox::Cancel;
     case MsgButtons::YesNo:
+    case MsgButtons::YesNoDefaultNo:
         return QMessageBox::Yes | QMessageBox::No;
     case MsgButtons::YesNoCancel:
         return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
@@ -98,6 +99,8 @@ MsgAnswer GuiUserInterface::message(const QString& text, const QString& title, M
 {
     QApplication::restoreOverrideCursor();
     QMessageBox box(messageIcon(icon), title, text, standardButtons(buttons), m_parent);
+    if (buttons == MsgButtons::YesNoDefaultNo)
+        box.setDefaultButton(QMessageBox::No);
     return answerOf(box.exec());
 }
 
