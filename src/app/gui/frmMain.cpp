@@ -5,6 +5,7 @@
 #include "app/RuntimeError.h"
 #include "app/StartUp.h"
 #include "app/UserInterface.h"
+#include "app/gui/HelpMenu.h"
 #include "app/gui/frmExpidentify.h"
 #include "app/gui/frmSaveFile.h"
 #include "app/gui/frmStartRefresh.h"
@@ -108,6 +109,7 @@ void frmMain::buildMenus()
     QAction* refresh = menuBar()->addAction(tr("&Refresh"));
     refresh->setObjectName(QStringLiteral("mnuRefresh"));
     m_actions[QStringLiteral("mnuRefresh")] = refresh;
+    addHelpMenu(this);
 
     connectEntry("mnuFileNew", mnuFileNew_Click);
     connectEntry("mnuFileOpen", mnuFileOpen_Click);
