@@ -67,6 +67,8 @@ public:
     void DBGrid2_RowColChange(int column, bool newRow);
     void DBGrid2_ButtonClick(int column);
     void ListDescription_Click(int list, const QString& text);
+    // A list lost the focus and hid.
+    void ListLostFocus() { m_listShown = -1; }
     void DBComboManagement_Click(const QString& text);
     void Check_Dates(int level);
 

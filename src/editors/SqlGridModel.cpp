@@ -253,6 +253,7 @@ RuntimeError SqlGridModel::store(int row, int column, const QVariant& typed, boo
             m_hooks.afterUpdate(column, v);
         return RuntimeError(0, {});
     } catch (const RuntimeError& e) {
+        m_lastError = e;
         if (m_hooks.error)
             m_hooks.error(e);
         return e;

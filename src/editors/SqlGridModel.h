@@ -60,6 +60,8 @@ public:
     // Stores a value typed into a cell (or chosen from a list). Returns the
     // failure; the owner's error hook has been told of it.
     RuntimeError store(int row, int column, const QVariant& typed, bool fromList = false);
+    // The failure of the last store that failed.
+    const RuntimeError& lastError() const { return m_lastError; }
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -86,6 +88,7 @@ private:
     bool m_newRows = false;
     database::Values m_fixed;
     Hooks m_hooks;
+    RuntimeError m_lastError { 0, {} };
 };
 
 // The format of the date column's editor: the editors' date format with day
