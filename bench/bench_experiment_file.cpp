@@ -376,13 +376,18 @@ void cliBatch(const QString& folder)
         checked.first, 1000 / checked.first, checked.second);
 
     // The machine is shared: diff runs three times, best and median shown.
+    const auto diffThrice = [&](std::vector<double>& seconds) {
+        int exit = 0;
+        for (int round = 0; round < 3; ++round) {
+            const auto diffed
+                = run(QStringLiteral("diff"), { QStringLiteral("--suite"), suiteDir });
+            seconds.push_back(diffed.first);
+            exit = diffed.second;
+        }
+        return exit;
+    };
     std::vector<double> batch, large;
-    int batchExit = 0, largeExit = 0;
-    for (int round = 0; round < 3; ++round) {
-        const auto diffed = run(QStringLiteral("diff"), { QStringLiteral("--suite"), suiteDir });
-        batch.push_back(diffed.first);
-        batchExit = diffed.second;
-    }
+    const int batchExit = diffThrice(batch);
     std::printf("   quillon-cli diff       %6.2f s  %6.0f files/s   best of 3, median %.0f files/s "
                 "(exit %d; target >= 150 files/s)\n",
         best(batch), 1000 / best(batch), 1000 / median(batch), batchExit);
@@ -390,11 +395,7 @@ void cliBatch(const QString& folder)
     if (!QFile::exists(largePath(folder)))
         writeLarge(folder, eventRows);
     files = QStringList { largePath(folder) };
-    for (int round = 0; round < 3; ++round) {
-        const auto diffed = run(QStringLiteral("diff"), { QStringLiteral("--suite"), suiteDir });
-        large.push_back(diffed.first);
-        largeExit = diffed.second;
-    }
+    const int largeExit = diffThrice(large);
     std::printf("   quillon-cli diff of the large generated file: %.2f s best of 3, %.2f s median "
                 "(exit %d; target < 1 s)\n",
         best(large), median(large), largeExit);

@@ -138,6 +138,8 @@ void frmView::loadFile(const QString& path)
 
 void frmView::setSource(std::function<QString()> source)
 {
+    // A report has no columns to keep: its long lines wrap.
+    m_RhTBView->setLineWrapMode(QPlainTextEdit::WidgetWidth);
     m_source = std::move(source);
     m_RhTBView->setPlainText(m_source());
 }
