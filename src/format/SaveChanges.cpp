@@ -92,10 +92,9 @@ QString commentKey(const QString& line)
     return line.mid(i).simplified();
 }
 
-// A data line of one side with its cells, taken apart once.
+// A data line of one side with what matches it to a line of the other.
 struct Line {
     const LayoutLine* line;
-    std::vector<LayoutCell> cells;
     QString level;
     QString firstValue;
 };
@@ -167,18 +166,42 @@ private:
         return key.contains(QLatin1Char('|')) || key == section ? QString() : key;
     }
 
-    Line take(const FileLayout& side, const LayoutLine& line) const
+    // The level and the first value of a line; the other cells are taken
+    // apart only where the two lines differ.
+    static Line take(const FileLayout& side, const LayoutLine& line)
     {
-        Line l { &line, side.cells(line), QString(), QString() };
-        for (const LayoutCell& cell : l.cells) {
+        Line l { &line, QString(), QString() };
+        const auto keys = [&](const LayoutCell& cell) {
             if (isLevel(cell)) {
                 l.level = valueKey(cell.text);
-            } else if (!(cell.column && cell.column->key)) {
-                l.firstValue = valueKey(cell.text);
-                break;
+                return false;
             }
+            if (cell.column && cell.column->key)
+                return false;
+            l.firstValue = valueKey(cell.text);
+            return true;
+        };
+        if (line.header >= 0 && !side.headers()[size_t(line.header)].group.columns.empty()) {
+            for (const HeaderColumn& column : side.headers()[size_t(line.header)].group.columns) {
+                if (keys({ &column, column.name, cellAt(line.text, column) }))
+                    break;
+            }
+            return l;
+        }
+        for (const LayoutCell& cell : side.cells(line)) {
+            if (keys(cell))
+                break;
         }
         return l;
+    }
+
+    static bool holdsAnyValue(const FileLayout& side, const Line& l)
+    {
+        for (const LayoutCell& cell : side.cells(*l.line)) {
+            if (holdsValue(cell))
+                return true;
+        }
+        return false;
     }
 
     void compareFileEnds()
@@ -290,10 +313,8 @@ private:
             const int section = lines[i].line->section;
             bool value = false;
             size_t j = i;
-            for (; j < lines.size() && lines[j].line->section == section; ++j) {
-                for (const LayoutCell& cell : lines[j].cells)
-                    value = value || holdsValue(cell);
-            }
+            for (; j < lines.size() && lines[j].line->section == section; ++j)
+                value = value || holdsAnyValue(m_before, lines[j]);
             const LayoutSection& s = m_before.sections()[size_t(section)];
             SaveChange& c = add(
                 value ? ChangeKind::Dropped : ChangeKind::Layout, QString(), QString(), QString());
@@ -308,9 +329,7 @@ private:
 
     void lineGone(const Line& l, const QString& note)
     {
-        bool value = false;
-        for (const LayoutCell& cell : l.cells)
-            value = value || holdsValue(cell);
+        const bool value = holdsAnyValue(m_before, l);
         SaveChange& c = addAt(value ? ChangeKind::Dropped : ChangeKind::Layout, &l, nullptr,
             QString(), l.line->text, QString());
         c.note = note;
@@ -319,9 +338,7 @@ private:
 
     void lineAdded(const Line& l)
     {
-        bool value = false;
-        for (const LayoutCell& cell : l.cells)
-            value = value || holdsValue(cell);
+        const bool value = holdsAnyValue(m_after, l);
         addAt(value ? ChangeKind::Value : ChangeKind::Layout, nullptr, &l, QString(), QString(),
             l.line->text)
             .note
@@ -369,16 +386,30 @@ private:
         }
     }
 
+    // Whether two lines stand under headers of the same text.
+    bool sameHeaders(const Line& before, const Line& after) const
+    {
+        const int b = before.line->header;
+        const int a = after.line->header;
+        if (b < 0 || a < 0)
+            return b == a;
+        return m_before.headers()[size_t(b)].text == m_after.headers()[size_t(a)].text;
+    }
+
     void compareLine(const Line& before, const Line& after)
     {
+        if (before.line->text == after.line->text && sameHeaders(before, after))
+            return;
         const size_t count = m_changes.size();
-        std::vector<bool> used(before.cells.size(), false);
-        for (size_t j = 0; j < after.cells.size(); ++j) {
-            const LayoutCell& cell = after.cells[j];
+        const std::vector<LayoutCell> oldCells = m_before.cells(*before.line);
+        const std::vector<LayoutCell> newCells = m_after.cells(*after.line);
+        std::vector<bool> used(oldCells.size(), false);
+        for (size_t j = 0; j < newCells.size(); ++j) {
+            const LayoutCell& cell = newCells[j];
             size_t i = 0;
-            while (i < before.cells.size() && (used[i] || before.cells[i].name != cell.name))
+            while (i < oldCells.size() && (used[i] || oldCells[i].name != cell.name))
                 ++i;
-            if (i == before.cells.size()) {
+            if (i == oldCells.size()) {
                 const bool value = holdsValue(cell);
                 addAt(value ? ChangeKind::Value : ChangeKind::Layout, &before, &after, cell.name,
                     QString(), cell.text)
@@ -387,12 +418,12 @@ private:
                 continue;
             }
             used[i] = true;
-            compareCell(before, i, after, j);
+            compareCell(before, oldCells, i, after, newCells, j);
         }
-        for (size_t i = 0; i < before.cells.size(); ++i) {
+        for (size_t i = 0; i < oldCells.size(); ++i) {
             if (used[i])
                 continue;
-            const LayoutCell& cell = before.cells[i];
+            const LayoutCell& cell = oldCells[i];
             SaveChange& c = addAt(holdsValue(cell) ? ChangeKind::Dropped : ChangeKind::Layout,
                 &before, &after, cell.name, cell.text, QString());
             c.note = QStringLiteral("the column is not written");
@@ -405,18 +436,19 @@ private:
                 = QStringLiteral("blanks");
     }
 
-    void compareCell(const Line& before, size_t i, const Line& after, size_t j)
+    void compareCell(const Line& before, const std::vector<LayoutCell>& oldCells, size_t i,
+        const Line& after, const std::vector<LayoutCell>& newCells, size_t j)
     {
-        const QString& a = before.cells[i].text;
-        const QString& b = after.cells[j].text;
-        const bool nowTouching = touches(after.cells, j) && !touches(before.cells, i);
+        const QString& a = oldCells[i].text;
+        const QString& b = newCells[j].text;
+        const bool nowTouching = touches(newCells, j) && !touches(oldCells, i);
         if (a.trimmed() == b.trimmed() && !nowTouching)
             return;
         const bool same = sameValue(valueOf(a), valueOf(b));
         SaveChange& c = addAt(nowTouching || !same ? ChangeKind::Value : ChangeKind::Layout,
-            &before, &after, after.cells[j].name, a, b);
+            &before, &after, newCells[j].name, a, b);
         if (nowTouching)
-            c.note = QStringLiteral("now touches ") + after.cells[j - 1].name;
+            c.note = QStringLiteral("now touches ") + newCells[j - 1].name;
     }
 
     // Comments keep their words but not their place: the writer puts them
