@@ -287,6 +287,7 @@ const std::vector<MenuEntryState>& menuTable()
         { "mnuViewBugs", false, false, false },
         { "mnuErrors", false, false, false },
         { "mnuViewCheck", false, false, true },
+        { "mnuViewChanges", false, false, true },
     };
     return table;
 }
@@ -416,6 +417,11 @@ void mnuFileSave_Click()
 void mnuFileSaveAs_Click()
 {
     saveAsSteps(true);
+}
+
+bool storeIdentificationAsSave()
+{
+    return storeIdentification(currentIdentification());
 }
 
 bool mnuFileClose_Click()

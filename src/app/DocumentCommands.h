@@ -136,6 +136,11 @@ void mnuFileNew_Click();
 void mnuFileSave_Click();
 // Save under a name from the save dialog.
 void mnuFileSaveAs_Click();
+// Stores what identifies the document (the identification window's values,
+// or the tables' own without the window) as Save does before it writes, so
+// that a text written now is the one Save would write. False when the
+// database refused; the user has been told.
+bool storeIdentificationAsSave();
 // Closes the document, asking about unsaved changes. Returns false when the
 // document stays open (the user cancelled, or the save it asked for didn't
 // happen).

@@ -1,6 +1,7 @@
 #include "app/gui/frmMain.h"
 
 #include "app/AppState.h"
+#include "app/ChangesOnSave.h"
 #include "app/LocaleSettings.h"
 #include "app/RuntimeError.h"
 #include "app/StartUp.h"
@@ -103,6 +104,7 @@ void frmMain::buildMenus()
     addEntry(view, "mnuManageEdit", tr("Simulation &Management"));
     view->addSeparator();
     addEntry(view, "mnuViewCheck", tr("&Check Experiment"));
+    addEntry(view, "mnuViewChanges", tr("Chan&ges on Save"));
     addEntry(view, "mnuViewBugs", tr("&Debug"));
     addEntry(view, "mnuErrors", tr("&Errors"));
 
@@ -121,6 +123,7 @@ void frmMain::buildMenus()
     connectEntry("mnuRefresh", mnuRefresh_Click);
     connectEntry("mnuRefresh2", mnuRefresh_Click);
     connectEntry("mnuViewCheck", [this] { mnuViewCheck_Click(); });
+    connectEntry("mnuViewChanges", [this] { mnuViewChanges_Click(); });
     connect(menuAction(QStringLiteral("mnuFileExit")), &QAction::triggered, this, &QWidget::close);
 
     // The editors are not part of this version: their entries say so.
@@ -372,6 +375,11 @@ void frmMain::mnuViewCheck_Click()
     const validation::DebugResult result = validation::DebugFile();
     if (result.outcome == validation::DebugResult::Outcome::Findings && result.errorsFileWritten)
         showErrors(this, result.errorsFilePath);
+}
+
+void frmMain::mnuViewChanges_Click()
+{
+    showReport(this, tr("Changes on Save"), [] { return changesOnSave().join(QLatin1Char('\n')); });
 }
 
 void frmMain::closeEvent(QCloseEvent* event)

@@ -43,6 +43,8 @@ public:
     void mnuFilePrintPreview_Click();
     void mnuPrint_Click();
     void mnuViewCheck_Click();
+    // What Save would change in the file on disk, in the file view.
+    void mnuViewChanges_Click();
 
     // DocumentHost
     void setMenuState(MenuState state) override;
