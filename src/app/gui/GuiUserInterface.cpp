@@ -3,6 +3,7 @@
 #include "app/StartUp.h"
 #include "app/gui/frmWait.h"
 #include "database/WorkDatabase.h"
+#include "editors/gui/frmDelMessage.h"
 
 #include <QApplication>
 #include <QFileDialog>
@@ -83,7 +84,8 @@ QString qtFileFilter(const QString& filter)
         QStringList patterns;
         for (const QString& pattern : parts.at(i + 1).split(QLatin1Char(';'), Qt::SkipEmptyParts))
             patterns << bothCases(pattern.trimmed());
-        filters << QStringLiteral("%1 (%2)").arg(description.trimmed(), patterns.join(QLatin1Char(' ')));
+        filters << QStringLiteral("%1 (%2)").arg(
+            description.trimmed(), patterns.join(QLatin1Char(' ')));
     }
     return filters.join(QStringLiteral(";;"));
 }
@@ -93,9 +95,13 @@ GuiUserInterface::GuiUserInterface(QWidget* parent)
 {
 }
 
-GuiUserInterface::~GuiUserInterface() { delete m_wait.data(); }
+GuiUserInterface::~GuiUserInterface()
+{
+    delete m_wait.data();
+}
 
-MsgAnswer GuiUserInterface::message(const QString& text, const QString& title, MsgIcon icon, MsgButtons buttons)
+MsgAnswer GuiUserInterface::message(
+    const QString& text, const QString& title, MsgIcon icon, MsgButtons buttons)
 {
     QApplication::restoreOverrideCursor();
     QMessageBox box(messageIcon(icon), title, text, standardButtons(buttons), m_parent);
@@ -104,17 +110,19 @@ MsgAnswer GuiUserInterface::message(const QString& text, const QString& title, M
     return answerOf(box.exec());
 }
 
-QString GuiUserInterface::openFileName(const QString& filter, const QString& folder, const QString& name)
+QString GuiUserInterface::openFileName(
+    const QString& filter, const QString& folder, const QString& name)
 {
-    return QFileDialog::getOpenFileName(m_parent, QString(), QDir(folder).filePath(name), qtFileFilter(filter),
-        nullptr, QFileDialog::ReadOnly);
+    return QFileDialog::getOpenFileName(m_parent, QString(), QDir(folder).filePath(name),
+        qtFileFilter(filter), nullptr, QFileDialog::ReadOnly);
 }
 
-QString GuiUserInterface::saveFileName(const QString& filter, const QString& folder, const QString& name)
+QString GuiUserInterface::saveFileName(
+    const QString& filter, const QString& folder, const QString& name)
 {
     // The program asks about overwriting itself.
-    return QFileDialog::getSaveFileName(m_parent, QString(), QDir(folder).filePath(name), qtFileFilter(filter),
-        nullptr, QFileDialog::DontConfirmOverwrite);
+    return QFileDialog::getSaveFileName(m_parent, QString(), QDir(folder).filePath(name),
+        qtFileFilter(filter), nullptr, QFileDialog::DontConfirmOverwrite);
 }
 
 PrintChoice GuiUserInterface::choosePrinter()
@@ -124,7 +132,8 @@ PrintChoice GuiUserInterface::choosePrinter()
     PrintChoice choice;
     choice.accepted = dialog.exec() == QDialog::Accepted;
     if (choice.accepted) {
-        choice.pdfFile = printer.outputFormat() == QPrinter::PdfFormat ? printer.outputFileName() : QString();
+        choice.pdfFile
+            = printer.outputFormat() == QPrinter::PdfFormat ? printer.outputFileName() : QString();
         choice.printerName = printer.printerName();
     }
     return choice;
@@ -146,6 +155,13 @@ void GuiUserInterface::endProgram()
     database::closeWorkDB();
     releaseInstanceLock();
     std::exit(0);
+}
+
+void GuiUserInterface::deletionWarning(const QString& levelName, const QStringList& treatments)
+{
+    QApplication::restoreOverrideCursor();
+    frmDelMessage dialog(levelName, treatments, m_parent);
+    dialog.exec();
 }
 
 } // namespace quillon

@@ -11,6 +11,7 @@
 #include "app/gui/frmSaveFile.h"
 #include "app/gui/frmStartRefresh.h"
 #include "app/gui/frmStart_New.h"
+#include "editors/gui/EditorHost.h"
 #include "format/WriteFile.h"
 #include "print/gui/frmView.h"
 #include "validation/ExperimentDebugger.h"
@@ -37,6 +38,8 @@ constexpr float UnitsPerPixel = 15;
 frmMain::frmMain(QWidget* parent)
     : QMainWindow(parent)
     , m_mdi(new QMdiArea(this))
+    , m_editors(new EditorHost(
+          m_mdi, [this](const QString& name) { return menuAction(name); }, this))
 {
     setObjectName(QStringLiteral("frmMain"));
     m_mdi->setObjectName(QStringLiteral("mdiArea"));
@@ -126,15 +129,26 @@ void frmMain::buildMenus()
     connectEntry("mnuViewChanges", [this] { mnuViewChanges_Click(); });
     connect(menuAction(QStringLiteral("mnuFileExit")), &QAction::triggered, this, &QWidget::close);
 
-    // The editors are not part of this version: their entries say so.
-    for (const char* name :
-        { "mnuEditCultivar", "mnuEditField", "mnuEditSoil", "mnuEditInitCond", "mnuEditPlanting",
-            "mnuEditIrrigation", "mnuEditFertilizer", "mnuEditResidue", "mnuEditChemicalApp",
-            "mnuEditTillage", "mnuEditEnvMod", "mnuHarvest", "mnuViewTreatments",
-            "EditSimOptGeneral", "mnuEnvironEdit", "mnuManageEdit", "mnuViewBugs", "mnuErrors" }) {
+    // The editors' entries and the forms they open; an editor that is not
+    // part of this version says so.
+    const std::pair<const char*, const char*> editorEntries[] = { { "mnuEditCultivar", "frmCult1" },
+        { "mnuEditField", "frmFields" }, { "mnuEditSoil", "frmSoilAnalysis" },
+        { "mnuEditInitCond", "frmInitCond" }, { "mnuEditPlanting", "frmPlantingEd" },
+        { "mnuEditIrrigation", "frmIrrigation" }, { "mnuEditFertilizer", "frmFertEdit" },
+        { "mnuEditResidue", "frmResidueEdit" }, { "mnuEditChemicalApp", "frmChemEdit" },
+        { "mnuEditTillage", "frmTillEdit" }, { "mnuEditEnvMod", "frmEnvMod" },
+        { "mnuHarvest", "frmHarvest" }, { "mnuViewTreatments", "frmViewTreatments" },
+        { "EditSimOptGeneral", "frmSim" }, { "mnuEnvironEdit", "" }, { "mnuManageEdit", "" },
+        { "mnuViewBugs", "" }, { "mnuErrors", "" } };
+    for (const auto& [name, form] : editorEntries) {
         QAction* action = menuAction(QLatin1String(name));
-        connect(
-            action, &QAction::triggered, this, [this, action] { notAvailable(action->text()); });
+        const QString formName = QLatin1String(form);
+        connect(action, &QAction::triggered, this, [this, action, formName] {
+            if (m_editors->knows(formName))
+                m_editors->open(formName);
+            else
+                notAvailable(action->text());
+        });
     }
 }
 
@@ -279,14 +293,16 @@ std::optional<Identification> frmMain::identification() const
 
 QString frmMain::closeEditors()
 {
-    // No factor editor is part of this version, so none is ever open. The
-    // identification window stays: Save and Close read it.
-    return QString();
+    // The identification window stays: Save and Close read it.
+    return m_editors->closeEditor();
 }
 
 void frmMain::reopenEditor(const QString& name)
 {
-    Q_UNUSED(name) // the factor editors are not part of this version
+    if (m_editors->knows(name)) {
+        m_editors->open(name);
+        return;
+    }
     if (!m_identification) {
         showIdentification();
         return;

@@ -14,6 +14,7 @@ class QMdiSubWindow;
 
 namespace quillon {
 
+class EditorHost;
 class frmExpidentify;
 
 // The main window: an MDI frame with the menu bar. The identification window
@@ -76,6 +77,7 @@ private:
     void showBackground(bool visible);
 
     QMdiArea* m_mdi;
+    EditorHost* m_editors;
     std::map<QString, QAction*> m_actions;
     int m_documentCount = 0;
     QPointer<frmExpidentify> m_identification;

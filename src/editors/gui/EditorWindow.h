@@ -19,6 +19,9 @@ public:
 
     explicit EditorWindow(const QString& formName, QWidget* parent = nullptr);
 
+    // Loads the window from the tables: the editor's Form_Load.
+    virtual void Form_Load() = 0;
+
     // Closes the window from one of the editor's routines; a second call
     // while it closes does nothing.
     void closeFromEditor();

@@ -190,7 +190,7 @@ void EventEditorWindow::buildLayout()
     layout->addLayout(top);
     layout->addWidget(m_DBGrid2, 1);
     layout->addLayout(bottom);
-    resize(960, 560);
+    resize(1120, 600);
 }
 
 void EventEditorWindow::connectWidgets()
@@ -382,15 +382,18 @@ void EventEditorWindow::showEvents(const EventGridSetup& setup)
     m_events.setQuery(setup.statement, QStringLiteral("Applications"));
     m_events.setNewRows(true, { { setup.levelField, setup.level } });
     setEventRow(0);
-    fitColumns();
 }
 
 void EventEditorWindow::fitColumns()
 {
     m_DBGrid2->resizeColumnsToContents();
-    for (int column = 0; column < m_events.columnCount(); ++column)
+    // The date column is as wide as its caption on one line.
+    const int dateWidth = m_DBGrid2->fontMetrics().horizontalAdvance(
+                              m_events.headerData(0, Qt::Horizontal).toString())
+        + 24;
+    m_DBGrid2->setColumnWidth(0, std::max(dateWidth, m_DBGrid2->columnWidth(0)));
+    for (int column = 1; column < m_events.columnCount(); ++column)
         m_DBGrid2->setColumnWidth(column, std::clamp(m_DBGrid2->columnWidth(column), 96, 240));
-    m_DBGrid2->horizontalHeader()->resizeSections(QHeaderView::Interactive);
 }
 
 void EventEditorWindow::refreshEvents()
@@ -430,6 +433,7 @@ void EventEditorWindow::setEventCaptions(
     m_events.setCaptions(captions);
     for (int column = 0; column < int(visible.size()); ++column)
         m_DBGrid2->setColumnHidden(column, !visible[size_t(column)]);
+    fitColumns();
 }
 
 void EventEditorWindow::setCaption(const QString& caption)

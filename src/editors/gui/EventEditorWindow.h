@@ -29,7 +29,7 @@ public:
     explicit EventEditorWindow(const editors::EventMember& member, QWidget* parent = nullptr);
     ~EventEditorWindow() override;
 
-    void Form_Load() { m_editor.Form_Load(); }
+    void Form_Load() override { m_editor.Form_Load(); }
     editors::EventEditor& editor() { return m_editor; }
 
     // EventScreen
