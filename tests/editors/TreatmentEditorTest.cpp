@@ -11,7 +11,6 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <optional>
 
 namespace quillon::test {
 namespace {
@@ -25,11 +24,7 @@ class FakeTreatmentScreen final : public TreatmentScreen {
 public:
     int currentRow() const override { return row; }
     int currentColumn() const override { return column; }
-    void commitEdit() override
-    {
-        if (typing)
-            editor->DBGrdTreatment_Change(row, column, *std::exchange(typing, std::nullopt));
-    }
+    void commitEdit() override { }
     void goToRow(int r) override { row = r; }
     void setCaption(const QString& text) override { caption = text; }
     void setButtonsEnabled(bool enabled) override { buttons = enabled; }
@@ -54,17 +49,10 @@ public:
         column = c;
         editor->DBGrdTreatment_RowColChange(rowChanged);
     }
-    RuntimeError type(int r, int c, const QString& text)
-    {
-        row = r;
-        column = c;
-        return editor->DBGrdTreatment_Change(r, c, text);
-    }
 
     TreatmentEditor* editor = nullptr;
     int row = -1;
     int column = 0;
-    std::optional<QString> typing;
     QString caption;
     bool buttons = false;
     QStringList list;
@@ -164,16 +152,28 @@ TEST_F(TreatmentEditorTest, NewFileNeedsACultivarAndGivesItToTheFirstTreatment)
         "2,0,0");
 }
 
-TEST_F(TreatmentEditorTest, AddCopiesTheCurrentTreatmentUnderTheNextNumber)
+TEST_F(TreatmentEditorTest, AddCopiesTheCurrentTreatmentAndDeleteKeepsTheLastOne)
 {
-    load();
-    m_screen.row = 6; // treatment 7, without an environment modification
-    const QString source = treatment(7);
+    open(QStringLiteral("Maize/QLNV2101.MZX"));
+    exec(QStringLiteral("DELETE FROM Treatments WHERE TRTNO > 2"));
+    start();
+    m_screen.row = 1; // treatment 2, without irrigation
+    const QString source = treatment(2);
+    ASSERT_TRUE(source.contains("|NULL|")) << source.toStdString();
     m_editor->cmdAdd_Click();
-    EXPECT_EQ(grid().rowCount(), 12);
-    EXPECT_EQ(m_screen.row, 11);
-    EXPECT_EQ(treatment(12), source.section('|', 1).prepend("12|"));
-    EXPECT_TRUE(source.contains("|NULL|")) << source.toStdString();
+    EXPECT_EQ(m_screen.row, 2);
+    EXPECT_EQ(treatment(3), source.section('|', 1).prepend("3|"));
+    EXPECT_TRUE(m_ui.messages.empty()) << m_ui.texts().join('\n').toStdString();
+
+    m_ui.answers = { MsgAnswer::No, MsgAnswer::Yes, MsgAnswer::Yes };
+    for (int i = 0; i < 3; ++i)
+        m_editor->cmdDelete();
+    EXPECT_EQ(m_ui.texts().join('|'),
+        "Are you sure you want to delete level 3?|Are you sure you want to delete level 3?|"
+        "Are you sure you want to delete level 2?");
+    m_ui.clear();
+    m_editor->cmdDelete();
+    EXPECT_EQ(rowsOf("SELECT TRTNO FROM Treatments"), QStringList { "1" });
     EXPECT_TRUE(m_ui.messages.empty()) << m_ui.texts().join('\n').toStdString();
 }
 
@@ -209,25 +209,16 @@ TEST_F(TreatmentEditorTest, SequenceFileAddsTheNextRotationAndDeletesOneStep)
     m_screen.moveTo(0, 12);
     EXPECT_TRUE(m_screen.listShown);
     EXPECT_EQ(m_editor->CurrentColumnField(), "LNRES");
-}
 
-TEST_F(TreatmentEditorTest, DeleteAsksAndNeverTakesTheLastTreatment)
-{
-    open(QStringLiteral("Maize/QLNV2101.MZX"));
-    exec(QStringLiteral("DELETE FROM Treatments WHERE TRTNO > 2"));
-    start();
-    m_screen.row = 1;
-    m_ui.answers = { MsgAnswer::No, MsgAnswer::Yes };
-    m_editor->cmdDelete();
-    EXPECT_EQ(grid().rowCount(), 2);
-    m_editor->cmdDelete();
-    EXPECT_EQ(m_ui.texts(), QStringList(2, "Are you sure you want to delete level 2?"));
-    EXPECT_EQ(rowsOf("SELECT TRTNO FROM Treatments"), QStringList { "1" });
-
+    // Rotation columns take whole numbers; a rotation in use puts the old
+    // one back.
     m_ui.clear();
-    m_editor->cmdDelete();
-    EXPECT_EQ(grid().rowCount(), 1);
-    EXPECT_TRUE(m_ui.messages.empty()) << m_ui.texts().join('\n').toStdString();
+    m_editor->DBGrdTreatment_Change(0, 1, "3");
+    m_editor->DBGrdTreatment_Change(0, 2, "2.6");
+    m_editor->DBGrdTreatment_Change(0, 3, "1.4");
+    EXPECT_EQ(treatment(1, 1).section('|', 0, 3), "1|1|3|1");
+    m_editor->DBGrdTreatment_Change(0, 2, "99999");
+    EXPECT_EQ(m_ui.texts(), QStringList { "Overflow in Treatment table." });
 }
 
 TEST_F(TreatmentEditorTest, TypingRules)
@@ -256,7 +247,7 @@ TEST_F(TreatmentEditorTest, TypingRules)
         SCOPED_TRACE(std::string(c.field) + " <- " + c.typed);
         m_ui.clear();
         const qint64 id = grid().rowId(0);
-        m_screen.type(0, columnOf(c.field), QLatin1String(c.typed));
+        m_editor->DBGrdTreatment_Change(0, columnOf(c.field), QLatin1String(c.typed));
         EXPECT_EQ(
             rowsOf(QStringLiteral("SELECT IFNULL(%1, 'NULL') FROM Treatments WHERE rowid = %2")
                        .arg(QLatin1String(c.field))
@@ -269,18 +260,7 @@ TEST_F(TreatmentEditorTest, TypingRules)
     }
 }
 
-TEST_F(TreatmentEditorTest, SequenceRotationColumnsAreWholeNumbers)
-{
-    load(QStringLiteral("Sequence/QLNV1901.SQX"));
-    m_screen.type(0, 1, "2"); // rotation 2 of treatment 1 exists
-    m_screen.type(0, 2, "2.6");
-    m_screen.type(0, 3, "1.4");
-    EXPECT_EQ(treatment(1, 1).section('|', 0, 3), "1|1|3|1");
-    m_screen.type(0, 2, "99999");
-    EXPECT_EQ(m_ui.texts(), QStringList { "Overflow in Treatment table." });
-}
-
-TEST_F(TreatmentEditorTest, ListsOfferTheFactorsLevelsAndNoneWhereAFactorMayBeMissing)
+TEST_F(TreatmentEditorTest, ListsOfferTheLevelsAndNoneWhereAFactorMayBeMissingAndAPickStoresIt)
 {
     load();
     struct Case {
@@ -291,10 +271,8 @@ TEST_F(TreatmentEditorTest, ListsOfferTheFactorsLevelsAndNoneWhereAFactorMayBeMi
     };
     const Case cases[] = {
         { "LNCU", "1 - Northfield 105", 2, false },
-        { "LNFLD", "1 - North Valley block A", 2, false },
         { "LNSIM", "1 - REPORTED MANAGEMENT", 2, false },
         { "LNIR", "1 - Full sprinkler irrigation", 3, true },
-        { "LNFER", "1 - 90 kg N/ha as urea before planting", 2, true },
         { "LNENV", "1 - CO2 enriched to 550 vpm", 2, true },
     };
     for (const Case& c : cases) {
@@ -307,11 +285,9 @@ TEST_F(TreatmentEditorTest, ListsOfferTheFactorsLevelsAndNoneWhereAFactorMayBeMi
     }
     EXPECT_EQ(m_editor->CurrentTRTNO(), 4);
     EXPECT_EQ(m_editor->CurrentROTNO(), QVariant(1));
-}
 
-TEST_F(TreatmentEditorTest, ListPickStoresTheLevelAndNoneTakesTheFactorAway)
-{
-    load();
+    // A move onto a factor opens its list with the row's level chosen; the
+    // cell's button closes and opens it; a pick stores the level.
     const int fertilizer = columnOf("LNFER");
     m_screen.moveTo(1, fertilizer); // treatment 2 has fertilizer level 1
     ASSERT_TRUE(m_screen.listShown);
@@ -343,7 +319,7 @@ TEST_F(TreatmentEditorTest, CancelAndEscPutTheTableBackExactly)
     m_ui.answers = { MsgAnswer::Yes };
     m_screen.row = 0;
     m_editor->cmdDelete();
-    m_screen.type(0, 1, "Changed");
+    m_editor->DBGrdTreatment_Change(0, 1, "Changed");
     m_screen.moveTo(0, columnOf("LNCHE"));
     m_editor->List1_Click("NONE");
     ASSERT_NE(treatments(), before);

@@ -76,8 +76,9 @@ protected:
     QListWidget* m_list = nullptr;
 };
 
-TEST_F(TreatmentEditorWindowTest, ShowsEveryCaptionWholeTypesAndPicksFromTheList)
+TEST_F(TreatmentEditorWindowTest, ShowsEveryCaptionWholeTypesPicksAndCancels)
 {
+    const QStringList before = treatments();
     EXPECT_EQ(m_window->objectName(), "frmViewTreatments");
     EXPECT_EQ(m_window->windowTitle(), "Treatments (experimental) - QLNV2101.MZX");
     const QHeaderView* header = m_grid->horizontalHeader();
@@ -86,18 +87,17 @@ TEST_F(TreatmentEditorWindowTest, ShowsEveryCaptionWholeTypesAndPicksFromTheList
         EXPECT_GE(header->sectionSize(column), header->fontMetrics().horizontalAdvance(caption))
             << caption.toStdString();
     }
-    const std::pair<const char*, const char*> buttons[] = { { "CmdAdd",
-                                                                "Add Treatment (Ctrl + A)." },
-        { "cmdDelete", "Delete the selected Treatment (Ctrl + D)." },
-        { "cmdSave", "Save the changes to the Treatments and close the screen (Ctrl + O)." },
-        { "Command1",
-            "Cancel all changes to the Treatments and close the screen (Ctrl + N or Esc)." } };
-    for (const auto& [name, hint] : buttons) {
+    // The buttons, in order, with their hints.
+    const QStringList hints { "Add Treatment (Ctrl + A).",
+        "Delete the selected Treatment (Ctrl + D).",
+        "Save the changes to the Treatments and close the screen (Ctrl + O).",
+        "Cancel all changes to the Treatments and close the screen (Ctrl + N or Esc)." };
+    QStringList shown;
+    for (const char* name : { "CmdAdd", "cmdDelete", "cmdSave", "Command1" }) {
         auto* button = m_window->findChild<QPushButton*>(QLatin1String(name));
-        ASSERT_NE(button, nullptr) << name;
-        EXPECT_EQ(button->toolTip(), QLatin1String(hint));
-        EXPECT_TRUE(button->isEnabled());
+        shown << (button && button->isEnabled() ? button->toolTip() : QString());
     }
+    EXPECT_EQ(shown, hints);
     if (const QByteArray dir = qgetenv("QUILLON_SCREENSHOT_DIR"); !dir.isEmpty())
         m_window->grab().save(
             QString::fromLocal8Bit(dir) + QStringLiteral("/frmViewTreatments.png"));
@@ -125,6 +125,10 @@ TEST_F(TreatmentEditorWindowTest, ShowsEveryCaptionWholeTypesAndPicksFromTheList
     EXPECT_EQ(database::scalar(QStringLiteral("SELECT LNFER FROM Treatments WHERE TRTNO = 2")), 2);
     EXPECT_EQ(m_grid->currentIndex().row(), 1);
     EXPECT_TRUE(m_ui.messages.empty()) << m_ui.texts().join('\n').toStdString();
+
+    m_window->findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+    EXPECT_TRUE(closed());
+    EXPECT_EQ(treatments(), before);
 }
 
 TEST_F(TreatmentEditorWindowTest, CtrlAAddsAndEscWarnsThenCancels)
@@ -152,20 +156,6 @@ TEST_F(TreatmentEditorWindowTest, EnterSavesWhatIsBeingTyped)
     EXPECT_EQ(titleOf(3), "Typed");
     EXPECT_FALSE(state().FileSaved);
     EXPECT_FALSE(database::tableExists(QStringLiteral("BackUp")));
-}
-
-TEST_F(TreatmentEditorWindowTest, CancelButtonPutsTheTableBack)
-{
-    const QStringList before = treatments();
-    typeInto(2, 1, QStringLiteral("Typed"));
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    QTest::keyClick(m_list, Qt::Key_Escape);
-    m_ui.answers = { MsgAnswer::Yes };
-    m_window->findChild<QPushButton*>(QStringLiteral("cmdDelete"))->click();
-    ASSERT_EQ(treatments().size(), before.size() - 1);
-    m_window->findChild<QPushButton*>(QStringLiteral("Command1"))->click();
-    EXPECT_TRUE(closed());
-    EXPECT_EQ(treatments(), before);
 }
 
 } // namespace
