@@ -1,13 +1,16 @@
 // Opening an editor and pressing OK must not change what Save writes: for
 // every sample experiment, listed from disk, each editor whose factor the
-// file has is opened and closed with OK, and the file written afterwards is
-// the file a plain open and save writes.
+// file has is opened and closed with OK, then the treatment table with
+// Save, and the file written afterwards is the file a plain open and save
+// writes.
 
 #include "app/AppState.h"
 #include "database/Sql.h"
 #include "editors/EditorFixture.h"
 #include "editors/EventEditor.h"
 #include "editors/FakeEventScreen.h"
+#include "editors/FakeTreatmentScreen.h"
+#include "editors/TreatmentEditor.h"
 #include "format/FileWriter.h"
 #include "format/WriteFile.h"
 
@@ -28,7 +31,8 @@ QStringList sampleExperiments()
     QDirIterator it(suite, QDir::Files, QDirIterator::Subdirectories);
     while (it.hasNext()) {
         const QFileInfo info(it.next());
-        if (info.suffix().size() == 3 && info.suffix().endsWith(QLatin1Char('X'), Qt::CaseInsensitive))
+        if (info.suffix().size() == 3
+            && info.suffix().endsWith(QLatin1Char('X'), Qt::CaseInsensitive))
             files << QDir(suite).relativeFilePath(info.absoluteFilePath());
     }
     files.sort();
@@ -63,14 +67,24 @@ TEST_P(EditorsLeaveFilesAlone, OpeningEachEditorAndPressingOkWritesTheSameFile)
         EXPECT_TRUE(screen.closed) << form;
         ++opened;
     }
+    // The treatment table last, saved as it stands.
+    FakeTreatmentScreen screen;
+    TreatmentEditor treatments(screen);
+    screen.editor = &treatments;
+    ASSERT_TRUE(mnuViewTreatments_Click());
+    treatments.Form_Load();
+    treatments.cmdSave_Click();
+    EXPECT_TRUE(screen.closed);
+
     EXPECT_TRUE(m_ui.messages.empty()) << m_ui.texts().join('\n').toStdString();
     const QByteArray afterEditors = written();
     EXPECT_EQ(afterEditors.count('\n'), plain.count('\n'));
-    EXPECT_TRUE(afterEditors == plain) << GetParam().toStdString() << " after " << opened << " editors";
+    EXPECT_TRUE(afterEditors == plain)
+        << GetParam().toStdString() << " after " << opened << " editors";
 }
 
-INSTANTIATE_TEST_SUITE_P(SampleSuite, EditorsLeaveFilesAlone, ::testing::ValuesIn(sampleExperiments()),
-    [](const ::testing::TestParamInfo<QString>& info) {
+INSTANTIATE_TEST_SUITE_P(SampleSuite, EditorsLeaveFilesAlone,
+    ::testing::ValuesIn(sampleExperiments()), [](const ::testing::TestParamInfo<QString>& info) {
         return QFileInfo(info.param).completeBaseName().toStdString();
     });
 

@@ -97,7 +97,8 @@ TEST_F(EventEditorTest, AFactorWithoutLevelsGetsLevelOneThatCancelTakesAway)
     dropLevels(EditorForm::frmFertEdit);
     ASSERT_TRUE(load(QStringLiteral("frmFertEdit")));
     EXPECT_TRUE(state().NewLevelCreated);
-    EXPECT_EQ(rowsOf(QStringLiteral("SELECT LNFER, FDAY FROM Fertilization")), QStringList { "1|21121" });
+    EXPECT_EQ(
+        rowsOf(QStringLiteral("SELECT LNFER, FDAY FROM Fertilization")), QStringList { "1|21121" });
     EXPECT_EQ(m_screen->eventRows().value(0).section('|', 0, 0), QStringLiteral("5/1/2021"));
     const QStringList management = rowsOf(QStringLiteral("SELECT * FROM FerManagement"));
     EXPECT_EQ(management.value(0), QStringLiteral("1|R"));
@@ -123,18 +124,19 @@ TEST_F(EventEditorTest, LevelOneIsDatedByThePlantingOrTheSimulationStart)
         const char* firstDate; // the new level's date field
     };
     const Case cases[] = {
-        { "frmFertEdit", "UPDATE Planting SET YRPLT = NULL; UPDATE Fields SET WSTA = NULL", "-99", false,
-            "Please enter the Field information.", nullptr },
-        { "frmChemEdit", "UPDATE Planting SET YRPLT = NULL; UPDATE Fields SET WSTA = NULL", "-99", false,
-            "Please enter Fields information.", nullptr },
+        { "frmFertEdit", "UPDATE Planting SET YRPLT = NULL; UPDATE Fields SET WSTA = NULL", "-99",
+            false, "Please enter the Field information.", nullptr },
+        { "frmChemEdit", "UPDATE Planting SET YRPLT = NULL; UPDATE Fields SET WSTA = NULL", "-99",
+            false, "Please enter Fields information.", nullptr },
         { "frmFertEdit", "UPDATE Treatments SET LNPLT = NULL; DELETE FROM Planting", "-99", false,
             "Please enter planting date or date to start simulation.", nullptr },
         { "frmFertEdit", "UPDATE Planting SET YRPLT = NULL", "-99", false,
             "Please enter planting date or date to start simulation.", nullptr },
-        { "frmFertEdit", "UPDATE Treatments SET LNPLT = NULL; DELETE FROM Planting", "21100", true, nullptr,
-            "21100" },
+        { "frmFertEdit", "UPDATE Treatments SET LNPLT = NULL; DELETE FROM Planting", "21100", true,
+            nullptr, "21100" },
         { "frmTillEdit", "", "21090", true, nullptr, "21090" },
-        { "frmResidueEdit", "UPDATE SimulationControlManagement SET IRESI = 'D'", "-99", true, nullptr, "1" },
+        { "frmResidueEdit", "UPDATE SimulationControlManagement SET IRESI = 'D'", "-99", true,
+            nullptr, "1" },
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(std::string(c.form) + " after " + c.setup);
@@ -146,11 +148,13 @@ TEST_F(EventEditorTest, LevelOneIsDatedByThePlantingOrTheSimulationStart)
             exec(sql);
         state().SimulationDate = QLatin1String(c.simulationDate);
         EXPECT_EQ(load(QLatin1String(c.form)), c.opens);
-        EXPECT_EQ(m_ui.texts(), c.message ? QStringList { QLatin1String(c.message) } : QStringList());
+        EXPECT_EQ(
+            m_ui.texts(), c.message ? QStringList { QLatin1String(c.message) } : QStringList());
         EXPECT_EQ(m_host.calls.contains(QStringLiteral("reopen:frmFields")),
             QLatin1String(c.message ? c.message : "").contains(QLatin1String("Field")));
         const EventMember& m = *eventMember(QLatin1String(c.form));
-        const QStringList dates = rowsOf(QStringLiteral("SELECT %1 FROM %2").arg(m.dateField, m.eventTable));
+        const QStringList dates
+            = rowsOf(QStringLiteral("SELECT %1 FROM %2").arg(m.dateField, m.eventTable));
         EXPECT_EQ(dates, c.firstDate ? QStringList { QLatin1String(c.firstDate) } : QStringList());
         if (c.opens)
             EXPECT_EQ(m_editor->DaysMode(), QLatin1String(c.firstDate) == QLatin1String("1"));
@@ -204,11 +208,16 @@ TEST_F(EventEditorTest, SwitchingToDaysShowsNoDaysAndOkWritesThemEmpty)
     m_screen->selectLevel(2);
     EXPECT_TRUE(m_editor->DaysMode());
     m_editor->cmdOK_Click();
-    EXPECT_EQ(rowsOf(QStringLiteral("SELECT DISTINCT IFNULL(FDAY, 'NULL') FROM Fertilization")), QStringList { "NULL" });
-    EXPECT_EQ(rowsOf(QStringLiteral("SELECT IFERI FROM FerManagement WHERE LNFER = 1")), QStringList { "D" });
+    EXPECT_EQ(rowsOf(QStringLiteral("SELECT DISTINCT IFNULL(FDAY, 'NULL') FROM Fertilization")),
+        QStringList { "NULL" });
+    EXPECT_EQ(rowsOf(QStringLiteral("SELECT IFERI FROM FerManagement WHERE LNFER = 1")),
+        QStringList { "D" });
 }
 
-QStringList treatmentLevels() { return rowsOf(QStringLiteral("SELECT IFNULL(LNFER, 'NULL') FROM Treatments ORDER BY rowid")); }
+QStringList treatmentLevels()
+{
+    return rowsOf(QStringLiteral("SELECT IFNULL(LNFER, 'NULL') FROM Treatments ORDER BY rowid"));
+}
 
 TEST_F(EventEditorTest, RenumberingCarriesTheLevelAndCancelPutsEverythingBack)
 {
@@ -218,9 +227,12 @@ TEST_F(EventEditorTest, RenumberingCarriesTheLevelAndCancelPutsEverythingBack)
     ASSERT_TRUE(load(QStringLiteral("frmFertEdit")));
     m_screen->selectLevel(2);
     EXPECT_EQ(m_screen->typeLevel(0, QStringLiteral("7")).number(), 0);
-    EXPECT_EQ(rowsOf(QStringLiteral("SELECT LNFER FROM FerLevelNames ORDER BY LNFER")), (QStringList { "1", "7" }));
-    EXPECT_EQ(rowsOf(QStringLiteral("SELECT COUNT(*) FROM Applications WHERE LNFER = 7")), QStringList { "3" });
-    EXPECT_EQ(rowsOf(QStringLiteral("SELECT COUNT(*) FROM FerManagement WHERE LNFER = 7")), QStringList { "1" });
+    EXPECT_EQ(rowsOf(QStringLiteral("SELECT LNFER FROM FerLevelNames ORDER BY LNFER")),
+        (QStringList { "1", "7" }));
+    EXPECT_EQ(rowsOf(QStringLiteral("SELECT COUNT(*) FROM Applications WHERE LNFER = 7")),
+        QStringList { "3" });
+    EXPECT_EQ(rowsOf(QStringLiteral("SELECT COUNT(*) FROM FerManagement WHERE LNFER = 7")),
+        QStringList { "1" });
     QStringList renumbered = treatments;
     renumbered.replaceInStrings(QStringLiteral("2"), QStringLiteral("7"));
     EXPECT_EQ(treatmentLevels(), renumbered);
@@ -252,7 +264,8 @@ TEST_F(EventEditorTest, AddCopiesTheLevelAndAddApplicationCopiesTheEventBesideIt
     m_editor->cmdAdd1_Click();
     EXPECT_EQ(rowsOf(QStringLiteral("SELECT * FROM FerLevelNames WHERE LNFER = 3")),
         QStringList { "3|180 kg N/ha, split with UAN sidedress" });
-    EXPECT_EQ(rowsOf(QStringLiteral("SELECT IFERI FROM FerManagement WHERE LNFER = 3")), QStringList { "R" });
+    EXPECT_EQ(rowsOf(QStringLiteral("SELECT IFERI FROM FerManagement WHERE LNFER = 3")),
+        QStringList { "R" });
     EXPECT_EQ(m_screen->levelNumber, QStringLiteral("Level 3"));
     const QStringList copied = m_screen->eventRows();
     ASSERT_EQ(copied.size(), 3);
@@ -291,7 +304,8 @@ TEST_F(EventEditorTest, DeletingAskesAndNeverTakesALevelATreatmentUses)
         (m_editor.get()->*routine)();
         ASSERT_EQ(m_ui.messages.size(), 1u);
         EXPECT_EQ(m_ui.messages[0].title, QStringLiteral("Deletion Warning"));
-        EXPECT_TRUE(m_ui.messages[0].text.endsWith(QStringLiteral("Treatment 2, 5 is currently using this Fertilizer level")))
+        EXPECT_TRUE(m_ui.messages[0].text.endsWith(
+            QStringLiteral("Treatment 2, 5 is currently using this Fertilizer level")))
             << m_ui.messages[0].text.toStdString();
     }
     EXPECT_EQ(rowsOf(QStringLiteral("SELECT * FROM Applications")), applications);
@@ -307,11 +321,15 @@ TEST_F(EventEditorTest, DeletingAskesAndNeverTakesALevelATreatmentUses)
     EXPECT_EQ(database::rowCount(QStringLiteral("FerLevelNames")), 3);
     m_screen->eventRow = 0;
     m_editor->cmdDelete2_Click();
-    EXPECT_EQ(m_ui.texts().last(), QStringLiteral("Are you sure you want to delete application on  4/28/2021?"));
-    EXPECT_EQ(rowsOf(QStringLiteral("SELECT COUNT(*) FROM Applications WHERE LNFER = 3")), QStringList { "2" });
+    EXPECT_EQ(m_ui.texts().last(),
+        QStringLiteral("Are you sure you want to delete application on  4/28/2021?"));
+    EXPECT_EQ(rowsOf(QStringLiteral("SELECT COUNT(*) FROM Applications WHERE LNFER = 3")),
+        QStringList { "2" });
     m_editor->cmdDelete1_Click();
-    EXPECT_EQ(rowsOf(QStringLiteral("SELECT COUNT(*) FROM Applications WHERE LNFER = 3")), QStringList { "0" });
-    EXPECT_EQ(rowsOf(QStringLiteral("SELECT COUNT(*) FROM FerManagement WHERE LNFER = 3")), QStringList { "0" });
+    EXPECT_EQ(rowsOf(QStringLiteral("SELECT COUNT(*) FROM Applications WHERE LNFER = 3")),
+        QStringList { "0" });
+    EXPECT_EQ(rowsOf(QStringLiteral("SELECT COUNT(*) FROM FerManagement WHERE LNFER = 3")),
+        QStringList { "0" });
     EXPECT_EQ(m_screen->levelNumber, QStringLiteral("Level 2"));
 }
 
@@ -320,7 +338,8 @@ TEST_F(EventEditorTest, TypedCellsFollowTheirRules)
     ASSERT_TRUE(load(QStringLiteral("frmFertEdit")));
     const QString longName(70, QLatin1Char('n'));
     m_screen->typeLevel(1, longName);
-    EXPECT_EQ(rowsOf(QStringLiteral("SELECT FERNAME FROM FerLevelNames WHERE LNFER = 1")), QStringList { longName.left(60) });
+    EXPECT_EQ(rowsOf(QStringLiteral("SELECT FERNAME FROM FerLevelNames WHERE LNFER = 1")),
+        QStringList { longName.left(60) });
 
     struct Case {
         int column;
@@ -343,14 +362,16 @@ TEST_F(EventEditorTest, TypedCellsFollowTheirRules)
         m_ui.clear();
         m_screen->typeEvent(0, c.column, QLatin1String(c.typed));
         EXPECT_EQ(m_screen->events.text(0, c.column), QLatin1String(c.shown)) << c.typed;
-        EXPECT_EQ(m_ui.texts(), c.refused ? QStringList { "Invalid entry." } : QStringList()) << c.typed;
+        EXPECT_EQ(m_ui.texts(), c.refused ? QStringList { "Invalid entry." } : QStringList())
+            << c.typed;
         EXPECT_EQ(m_editor->RowInError(), c.refused) << c.typed;
         m_editor->DBGrid1_GotFocus();
     }
 
     // A value typed on the new row adds an event to the level.
     m_screen->typeEvent(1, 0, QStringLiteral("6/1/2021"));
-    EXPECT_EQ(rowsOf(QStringLiteral("SELECT LNFER, TheDate FROM Applications WHERE TheDate = '2021-06-01'")),
+    EXPECT_EQ(rowsOf(QStringLiteral(
+                  "SELECT LNFER, TheDate FROM Applications WHERE TheDate = '2021-06-01'")),
         QStringList { "1|2021-06-01" });
 }
 

@@ -259,6 +259,9 @@ void frmMain::showIdentification()
         m_identificationChild = m_mdi->addSubWindow(window);
         m_identificationChild->setAttribute(Qt::WA_DeleteOnClose);
         m_identificationChild->setWindowIcon(QIcon());
+        // Next leads to the treatments.
+        connect(window, &frmExpidentify::nextRequested, this,
+            [this] { m_editors->open(QStringLiteral("frmViewTreatments")); });
         connect(window, &frmExpidentify::fileNameChanged, this, [this](const QString& path) {
             for (QMdiSubWindow* child : m_mdi->subWindowList()) {
                 if (child != m_identificationChild

@@ -7,6 +7,8 @@
 #include "editors/gui/frmFertEdit.h"
 #include "editors/gui/frmResidueEdit.h"
 #include "editors/gui/frmTillEdit.h"
+#include "editors/gui/frmViewTreatments.h"
+#include "editors/TreatmentEditor.h"
 
 #include <QAction>
 #include <QMdiArea>
@@ -43,6 +45,8 @@ EditorHost::EditorHost(QMdiArea* mdi, Action action, QObject* parent)
     add("frmResidueEdit", eventEditor<frmResidueEdit>("frmResidueEdit"));
     add("frmChemEdit", eventEditor<frmChemEdit>("frmChemEdit"));
     add("frmTillEdit", eventEditor<frmTillEdit>("frmTillEdit"));
+    m_forms[QStringLiteral("frmViewTreatments")]
+        = { editors::mnuViewTreatments_Click, [] { return new frmViewTreatments; } };
     connect(m_mdi, &QMdiArea::subWindowActivated, this,
         [this](QMdiSubWindow* active) { giveKeysToEditor(active && active == m_child); });
 }

@@ -20,7 +20,7 @@ public:
     ~frmViewTreatments() override;
 
     // Loads the table: run after mnuViewTreatments_Click said to show it.
-    void Form_Load();
+    void Form_Load() override;
     editors::TreatmentEditor& editor() { return m_editor; }
 
     int currentRow() const override;
