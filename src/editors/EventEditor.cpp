@@ -4,12 +4,11 @@
 #include "app/DocumentCommands.h"
 #include "app/UserInterface.h"
 #include "database/Relations.h"
-#include "database/Rules.h"
-#include "database/Schema.h"
 #include "database/Sql.h"
 #include "editors/EditorForms.h"
 #include "editors/EditorTexts.h"
 #include "editors/ScratchDates.h"
+#include "editors/ScratchTable.h"
 #include "format/DateCodes.h"
 #include "format/NumberText.h"
 #include "reference/WeatherLookups.h"
@@ -59,38 +58,12 @@ bool refusedEntry(const RuntimeError& e)
     }
 }
 
-// The declaration of a backup column: the type of the table's column, without
-// its checks, so that the backup takes back every row the table held.
-QString backupColumns(const QString& table)
-{
-    QStringList columns;
-    if (const database::TableDef* def = database::findTable(table)) {
-        for (const database::FieldDef& field : def->fields) {
-            database::FieldDef plain = field;
-            plain.rule.clear();
-            columns << QStringLiteral("[%1] %2").arg(
-                field.name, database::columnDeclaration(plain));
-        }
-    }
-    return columns.join(QStringLiteral(", "));
-}
-
-QString scratchDeclaration(const QString& type)
-{
-    if (type.compare(QLatin1String("Single"), Qt::CaseInsensitive) == 0)
-        return QStringLiteral("FLOAT");
-    if (type.compare(QLatin1String("Integer"), Qt::CaseInsensitive) == 0)
-        return QStringLiteral("SMALLINT");
-    return QStringLiteral("TEXT COLLATE NOCASE");
-}
-
 } // namespace
 
 EventEditor::EventEditor(const EventMember& member, EventScreen& screen)
     : m_member(member)
     , m_screen(screen)
-    , m_descriptions(member.lists.size())
-    , m_codes(member.lists.size())
+    , m_scratch(member)
 {
 }
 
@@ -218,69 +191,11 @@ void EventEditor::Form_Load()
 void EventEditor::CreateDateTable()
 {
     try {
-        QStringList columns { QStringLiteral("[%1] SMALLINT").arg(m_member.levelField),
-            QStringLiteral("TheDate DATE") };
-        if (m_member.hasManagement())
-            columns << QStringLiteral("DayAfterPlanting SMALLINT");
-        for (const ScratchColumn& c : m_member.scratch)
-            columns << QStringLiteral("[%1] %2").arg(c.name, scratchDeclaration(c.type));
-        exec(QStringLiteral("CREATE TABLE [Applications] (%1)")
-                 .arg(columns.join(QStringLiteral(", "))));
-
-        // The first event decides for all: a date code has more than three
-        // characters, a day number fewer.
-        const QVariant firstDate
-            = scalar(QStringLiteral("SELECT IFNULL([%1], '') FROM [%2] ORDER BY rowid LIMIT 1")
-                         .arg(m_member.dateField, m_member.eventTable));
-        if (firstDate.isValid())
-            m_daysMode = m_member.hasManagement() && firstDate.toString().size() <= 3;
-
-        QStringList eventColumns { m_member.levelField, m_member.dateField };
-        for (const ScratchColumn& c : m_member.scratch) {
-            if (!c.eventField.isEmpty())
-                eventColumns << c.eventField;
-        }
-        database::Transaction transaction;
-        QSqlQuery events
-            = select(QStringLiteral("SELECT [%1] FROM [%2] ORDER BY rowid")
-                         .arg(eventColumns.join(QStringLiteral("], [")), m_member.eventTable));
-        while (events.next()) {
-            database::Values row { { m_member.levelField, events.value(0) } };
-            const QVariant date = events.value(1);
-            if (!date.isNull()) {
-                if (m_daysMode) {
-                    row.push_back({ QStringLiteral("DayAfterPlanting"),
-                        int(format::leadingNumber(date.toString())) });
-                } else {
-                    QString code = date.toString();
-                    row.push_back(
-                        { QStringLiteral("TheDate"), scratchDateOf(format::YYDDDToDate(code)) });
-                }
-            }
-            int field = 2;
-            for (const ScratchColumn& c : m_member.scratch) {
-                if (c.eventField.isEmpty())
-                    continue;
-                const QVariant value = events.value(field++);
-                if (c.list >= 0)
-                    row.push_back({ c.name,
-                        value.isNull() ? QVariant()
-                                       : QVariant(MyIRRDescription(c.list, value.toString())) });
-                else
-                    row.push_back({ c.name, value });
-            }
-            database::insertRow(applications, row);
-        }
-        transaction.commit();
-
-        // The rules go on after the table is filled, so that values read from
-        // the file are never refused.
-        database::setValidationRule(applications, QStringLiteral("TheDate"),
-            QStringLiteral("Between #1/1/1926# and #1/1/3000#"), text::invalidDate);
-        for (const ScratchColumn& c : m_member.scratch) {
-            if (!c.rule.isEmpty())
-                database::setValidationRule(applications, c.name, c.rule, text::invalidEntry);
-        }
+        m_scratch.create();
+        if (const std::optional<bool> days = m_scratch.firstEventInDays())
+            m_daysMode = *days;
+        m_scratch.fill(m_daysMode);
+        m_scratch.setRules();
     } catch (const RuntimeError& e) {
         report(e, Routine::CreateDateTable);
     }
@@ -289,20 +204,7 @@ void EventEditor::CreateDateTable()
 void EventEditor::CreateBackUp()
 {
     try {
-        for (const char* table : { "BackUp", "BackUp2", "BackUp_Applications" })
-            database::tryExec(QStringLiteral("DROP TABLE [%1]").arg(QLatin1String(table)));
-        exec(QStringLiteral("CREATE TABLE [BackUp] (%1)").arg(backupColumns(m_member.levelTable)));
-        exec(QStringLiteral("INSERT INTO [BackUp] SELECT * FROM [%1]").arg(m_member.levelTable));
-        exec(QStringLiteral("CREATE TABLE [BackUp_Applications] (%1)")
-                 .arg(backupColumns(m_member.eventTable)));
-        exec(QStringLiteral("INSERT INTO [BackUp_Applications] SELECT * FROM [%1]")
-                 .arg(m_member.eventTable));
-        if (m_member.hasManagement()) {
-            exec(QStringLiteral("CREATE TABLE [BackUp2] (%1)")
-                     .arg(backupColumns(m_member.managementTable)));
-            exec(QStringLiteral("INSERT INTO [BackUp2] SELECT * FROM [%1]")
-                     .arg(m_member.managementTable));
-        }
+        m_scratch.backUp();
         m_treatmentLevels.clear();
         QSqlQuery q = select(
             QStringLiteral("SELECT [%1] FROM Treatments ORDER BY rowid").arg(m_member.levelField));
@@ -520,11 +422,7 @@ bool EventEditor::copyLevel(int current, int newLevel)
                      .arg(m_member.nameField, m_member.levelTable, m_member.levelField, level));
     database::insertRow(
         m_member.levelTable, { { m_member.levelField, newLevel }, { m_member.nameField, name } });
-    QStringList copied { QStringLiteral("TheDate") };
-    if (m_member.hasManagement())
-        copied << QStringLiteral("DayAfterPlanting");
-    for (const ScratchColumn& c : m_member.scratch)
-        copied << c.name;
+    const QStringList copied = m_scratch.eventColumns();
     const QString list = copied.join(QStringLiteral(", "));
     exec(QStringLiteral(
         "INSERT INTO Applications (%1) SELECT %1 FROM Applications WHERE %2 = %3 ORDER BY rowid")
@@ -967,47 +865,9 @@ void EventEditor::cmdOK_Click()
         if (pending.number() != 0)
             throw pending;
         database::Transaction transaction;
-        exec(QStringLiteral("DELETE FROM [%1]").arg(m_member.eventTable));
-        const QString order
-            = m_daysMode ? QStringLiteral("DayAfterPlanting") : QStringLiteral("TheDate");
-        QStringList columns { m_member.levelField, QStringLiteral("TheDate") };
-        if (m_member.hasManagement())
-            columns << QStringLiteral("DayAfterPlanting");
-        for (const ScratchColumn& c : m_member.scratch)
-            columns << c.name;
-        QSqlQuery rows
-            = select(QStringLiteral("SELECT %1 FROM Applications ORDER BY %2, %3, rowid")
-                         .arg(columns.join(QStringLiteral(", ")), m_member.levelField, order));
-        while (rows.next()) {
-            database::Values row { { m_member.levelField, rows.value(0) } };
-            QVariant when;
-            if (m_daysMode) {
-                when = rows.value(2);
-                if (!when.isNull())
-                    when = when.toString();
-            } else if (!rows.value(1).isNull()) {
-                QVariant date = dateOfScratch(rows.value(1));
-                when = format::DateToYYDDD(date);
-            }
-            row.push_back({ m_member.dateField, when });
-            int field = m_member.hasManagement() ? 3 : 2;
-            for (const ScratchColumn& c : m_member.scratch) {
-                const QVariant value = rows.value(field++);
-                if (c.eventField.isEmpty())
-                    continue;
-                if (c.list >= 0)
-                    row.push_back({ c.eventField,
-                        value.isNull() ? QVariant()
-                                       : QVariant(MyIRRCode(c.list, value.toString())) });
-                else
-                    row.push_back({ c.eventField, value });
-            }
-            database::insertRow(m_member.eventTable, row);
-        }
-        if (m_member.okDropsBackups) {
-            for (const char* table : { "BackUp", "BackUp_Applications", "BackUp2" })
-                database::tryExec(QStringLiteral("DROP TABLE [%1]").arg(QLatin1String(table)));
-        }
+        m_scratch.writeBack(m_daysMode);
+        if (m_member.okDropsBackups)
+            m_scratch.dropBackups();
         transaction.commit();
         state().FileSaved = false;
         m_closedByButton = true;
@@ -1041,25 +901,7 @@ void EventEditor::restoreTables()
     database::Transaction transaction;
     if (database::relationExists(m_member.relationName))
         database::deleteRelation(m_member.relationName);
-    exec(QStringLiteral("DELETE FROM [%1]").arg(m_member.eventTable));
-    exec(QStringLiteral("DELETE FROM [%1]").arg(m_member.levelTable));
-    exec(QStringLiteral("INSERT INTO [%1] SELECT * FROM [BackUp]").arg(m_member.levelTable));
-    exec(QStringLiteral("DROP TABLE [BackUp]"));
-    if (m_member.hasManagement()) {
-        exec(QStringLiteral("DELETE FROM [%1]").arg(m_member.managementTable));
-        exec(QStringLiteral("INSERT INTO [%1] SELECT * FROM [BackUp2]")
-                 .arg(m_member.managementTable));
-        exec(QStringLiteral("DROP TABLE [BackUp2]"));
-    }
-    exec(QStringLiteral("INSERT INTO [%1] SELECT * FROM [BackUp_Applications]")
-             .arg(m_member.eventTable));
-    exec(QStringLiteral("DROP TABLE [BackUp_Applications]"));
-    exec(QStringLiteral("DROP TABLE [Applications]"));
-    if (state().NewLevelCreated) {
-        // Level 1 of the menu handler goes too; the management row stays.
-        exec(QStringLiteral("DELETE FROM [%1]").arg(m_member.eventTable));
-        exec(QStringLiteral("DELETE FROM [%1]").arg(m_member.levelTable));
-    }
+    m_scratch.restore(state().NewLevelCreated);
     QSqlQuery rows = select(QStringLiteral("SELECT rowid FROM Treatments ORDER BY rowid"));
     std::vector<qint64> ids;
     while (rows.next())
@@ -1094,37 +936,12 @@ void EventEditor::escapePressed()
 
 QString EventEditor::MyIRRCode(int list, const QString& description) const
 {
-    if (!m_codes.at(list))
-        loadCodes(list);
-    return m_codes.at(list)->value(description.toUpper());
+    return m_scratch.code(list, description);
 }
 
 QString EventEditor::MyIRRDescription(int list, const QString& code) const
 {
-    if (!m_descriptions.at(list))
-        loadCodes(list);
-    return m_descriptions.at(list)->value(code.toUpper());
-}
-
-// Reads a list's code table once: the first row of a code or description
-// answers, as a lookup statement would, without regard to case.
-void EventEditor::loadCodes(int list) const
-{
-    QHash<QString, QString> codes;
-    QHash<QString, QString> descriptions;
-    QSqlQuery q = select(
-        QStringLiteral("SELECT Code, Description FROM CodeLookup WHERE Type = ? ORDER BY rowid"),
-        { m_member.lists.at(list).type });
-    while (q.next()) {
-        const QString code = q.value(0).toString();
-        const QString description = q.value(1).toString();
-        if (!descriptions.contains(code.toUpper()))
-            descriptions.insert(code.toUpper(), description);
-        if (!codes.contains(description.toUpper()))
-            codes.insert(description.toUpper(), code);
-    }
-    m_codes.at(list) = codes;
-    m_descriptions.at(list) = descriptions;
+    return m_scratch.description(list, code);
 }
 
 } // namespace quillon::editors

@@ -2,9 +2,9 @@
 
 #include "editors/EventMember.h"
 #include "editors/EventScreen.h"
+#include "editors/ScratchTable.h"
 #include "editors/SqlGridModel.h"
 
-#include <QHash>
 #include <QVariant>
 
 #include <optional>
@@ -101,10 +101,10 @@ private:
     void showYears();
     void openList(int column, bool toggle);
     void restoreTables();
-    void loadCodes(int list) const;
 
     const EventMember& m_member;
     EventScreen& m_screen;
+    ScratchTable m_scratch;
     bool m_daysMode = false;
     bool m_rowInError = false;
     bool m_closedByButton = false;
@@ -115,9 +115,6 @@ private:
     YearControls m_years;
     std::vector<QVariant> m_treatmentLevels;
     QString m_datesMessage;
-    // Code tables of the lists, read once per window.
-    mutable std::vector<std::optional<QHash<QString, QString>>> m_descriptions;
-    mutable std::vector<std::optional<QHash<QString, QString>>> m_codes;
 };
 
 } // namespace quillon::editors

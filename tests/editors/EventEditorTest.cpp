@@ -156,8 +156,9 @@ TEST_F(EventEditorTest, LevelOneIsDatedByThePlantingOrTheSimulationStart)
         const QStringList dates
             = rowsOf(QStringLiteral("SELECT %1 FROM %2").arg(m.dateField, m.eventTable));
         EXPECT_EQ(dates, c.firstDate ? QStringList { QLatin1String(c.firstDate) } : QStringList());
-        if (c.opens)
+        if (c.opens) {
             EXPECT_EQ(m_editor->DaysMode(), QLatin1String(c.firstDate) == QLatin1String("1"));
+        }
         m_ui.clear();
     }
 }
