@@ -7,7 +7,7 @@
 #include "database/Sql.h"
 #include "editors/EditorFixture.h"
 #include "editors/EditorForms.h"
-#include "editors/FakeEventScreen.h"
+#include "support/FakeEventScreen.h"
 
 #include <gtest/gtest.h>
 

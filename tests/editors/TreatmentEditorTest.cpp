@@ -7,7 +7,7 @@
 #include "database/Sql.h"
 #include "editors/EditorFixture.h"
 #include "editors/EditorForms.h"
-#include "editors/FakeTreatmentScreen.h"
+#include "support/FakeTreatmentScreen.h"
 
 #include <gtest/gtest.h>
 

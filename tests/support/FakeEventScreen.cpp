@@ -1,4 +1,4 @@
-#include "editors/FakeEventScreen.h"
+#include "support/FakeEventScreen.h"
 
 namespace quillon::test {
 
