@@ -141,6 +141,40 @@ TEST_F(SimEditorWindowTest, ViewMenuOpensTheControlsThatKeepWhatIsTyped)
     EXPECT_FALSE(state().FileSaved);
 }
 
+TEST_F(SimEditorWindowTest, ControlKeysDoTheEditorsJobs)
+{
+    openFile(QStringLiteral("Maize/QLNV2101.MZX"));
+    struct Case {
+        Qt::Key key;
+        const char* message; // the first message, if any
+        bool closes;
+        int levels; // simulation levels afterwards
+    };
+    const Case cases[] = {
+        { Qt::Key_A, nullptr, false, 3 }, // Add: a copy of level 1
+        { Qt::Key_D, "Deletion Warning", false, 2 }, // level 1 is used by treatments
+        { Qt::Key_O, nullptr, true, 2 }, // OK
+        { Qt::Key_N, nullptr, true, 2 }, // Cancel, without the warning
+        { Qt::Key_P, nullptr, false, 2 }, // no events here: nothing happens
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(int(c.key));
+        frmSim* editor = openFromMenu("EditSimOptGeneral");
+        ASSERT_NE(editor, nullptr);
+        m_ui.clear();
+        QTest::keyClick(child<QTableView>(editor, "DBGrid1"), c.key, Qt::ControlModifier);
+        settle();
+        EXPECT_EQ(m_ui.messages.empty() ? QString() : m_ui.messages[0].title,
+            c.message ? QLatin1String(c.message) : QString());
+        EXPECT_EQ(m_window.findChild<frmSim*>() == nullptr, c.closes);
+        EXPECT_EQ(database::rowCount(QStringLiteral("SimulationControl")), c.levels);
+        // Cancel whatever is left, so that the next key starts afresh.
+        if (frmSim* open = m_window.findChild<frmSim*>())
+            open->editor().cmdCancel_Click();
+        settle();
+    }
+}
+
 TEST_F(SimEditorWindowTest, ManagementAndEnvironmentEntriesOpenTheirTabsAndEscapeDropsChanges)
 {
     openFile(QStringLiteral("Maize/QLNV2101.MZX"));
