@@ -113,11 +113,7 @@ bool EditSimOptGeneral_Click()
     s.NewLevelCreated = false;
     Busy busy;
     try {
-        // The open editor commits as it closes; the flags stay as they were
-        // until Form_Load sets this editor's own.
-        const auto flags = s.EditorOpen;
-        documentHost().closeEditors();
-        s.EditorOpen = flags;
+        closeOtherEditors();
         if (!s.DocumentOpen)
             return true;
         QSqlQuery first = select(

@@ -74,15 +74,6 @@ QLabel* caution(const QString& text, const char* name, QWidget* parent)
     return label;
 }
 
-QPushButton* button(const char* name, const QString& caption, const QString& hint, QWidget* parent)
-{
-    auto* b = new QPushButton(caption, parent);
-    b->setObjectName(QLatin1String(name));
-    b->setToolTip(hint);
-    b->setAutoDefault(false);
-    return b;
-}
-
 // The index of a control of an array, "DBCombo4(2)" giving 2, and whether it
 // belongs to that array.
 int arrayIndex(const QString& control, const char* array)
@@ -127,22 +118,41 @@ frmSim::frmSim(Tab first, QWidget* parent)
     m_forecastPage = buildForecastPage();
     m_forecastPage->hide();
 
-    auto* add
-        = button("CmdAdd", tr("Add"), tr("Add a level, a copy of the selected one (Ctrl+A)"), this);
-    auto* remove
-        = button("CmdRemove", tr("Delete"), tr("Delete the selected level (Ctrl+D)"), this);
-    auto* ok = button("cmdOK", tr("OK"), tr("Keep the changes and close (Enter or Ctrl+O)"), this);
-    auto* cancel
-        = button("cmdCancel", tr("Cancel"), tr("Drop the changes and close (Esc or Ctrl+N)"), this);
-    connect(add, &QPushButton::clicked, this, [this] { afterCheck(&SimEditor::CmdAdd_Click); });
-    connect(
-        remove, &QPushButton::clicked, this, [this] { afterCheck(&SimEditor::CmdRemove_Click); });
-    connect(ok, &QPushButton::clicked, this, [this] { afterCheck(&SimEditor::cmdOK_Click); });
-    connect(cancel, &QPushButton::clicked, this, [this] { m_editor.cmdCancel_Click(); });
-
+    // The buttons: Add and Delete under the level list, OK and Cancel below.
+    // Cancel drops whatever a box holds; the others wait for its check.
     auto* levelButtons = new QHBoxLayout;
-    levelButtons->addWidget(add);
-    levelButtons->addWidget(remove);
+    auto* bottom = new QHBoxLayout;
+    bottom->addStretch();
+    const struct {
+        const char* name;
+        QString caption;
+        QString hint;
+        void (SimEditor::*routine)();
+        bool checked;
+        QHBoxLayout* row;
+    } buttons[] = {
+        { "CmdAdd", tr("Add"), tr("Add a level, a copy of the selected one (Ctrl+A)"),
+            &SimEditor::CmdAdd_Click, true, levelButtons },
+        { "CmdRemove", tr("Delete"), tr("Delete the selected level (Ctrl+D)"),
+            &SimEditor::CmdRemove_Click, true, levelButtons },
+        { "cmdOK", tr("OK"), tr("Keep the changes and close (Enter or Ctrl+O)"),
+            &SimEditor::cmdOK_Click, true, bottom },
+        { "cmdCancel", tr("Cancel"), tr("Drop the changes and close (Esc or Ctrl+N)"),
+            &SimEditor::cmdCancel_Click, false, bottom },
+    };
+    for (const auto& b : buttons) {
+        auto* widget = new QPushButton(b.caption, this);
+        widget->setObjectName(QLatin1String(b.name));
+        widget->setToolTip(b.hint);
+        widget->setAutoDefault(false);
+        const auto routine = b.routine;
+        if (b.checked)
+            connect(widget, &QPushButton::clicked, this, [this, routine] { afterCheck(routine); });
+        else
+            connect(
+                widget, &QPushButton::clicked, this, [this, routine] { (m_editor.*routine)(); });
+        b.row->addWidget(widget);
+    }
     levelButtons->addStretch();
     auto* levels = new QVBoxLayout;
     levels->addWidget(new QLabel(tr("Levels"), this));
@@ -152,10 +162,6 @@ frmSim::frmSim(Tab first, QWidget* parent)
     auto* top = new QHBoxLayout;
     top->addLayout(levels, 2);
     top->addWidget(m_TabRTF, 5);
-    auto* bottom = new QHBoxLayout;
-    bottom->addStretch();
-    bottom->addWidget(ok);
-    bottom->addWidget(cancel);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(top, 1);
     layout->addLayout(bottom);
