@@ -102,6 +102,7 @@ frmSim::frmSim(Tab first, QWidget* parent)
         | QAbstractItemView::AnyKeyPressed);
     m_DBGrid1->horizontalHeader()->setStretchLastSection(true);
     m_DBGrid1->verticalHeader()->hide();
+    m_DBGrid1->verticalHeader()->setDefaultSectionSize(m_DBGrid1->fontMetrics().height() + 8);
     m_DBGrid1->setMinimumWidth(260);
     connect(m_DBGrid1->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
         &frmSim::levelChanged);
