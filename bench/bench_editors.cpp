@@ -1,8 +1,9 @@
 // Times the factor editors on the large generated experiment (99 levels of
 // every factor, about 20,000 events; run a Release build; figures are
 // printed, nothing is asserted): opening the fertilizer editor (menu handler
-// and Form_Load), a change of level, OK, Cancel, and opening the treatment
-// table. Each is the median of several runs on a freshly opened file.
+// and Form_Load), a change of level, OK, Cancel, opening the irrigation
+// editor, and opening the treatment table. Each is the median of several runs on a freshly opened
+// file.
 
 #include "LargeExperiment.h"
 #include "app/AppState.h"
@@ -102,7 +103,8 @@ int main(int argc, char* argv[])
     s.ExpFilePath = path;
 
     const EventMember& fertilizer = *eventMember(QStringLiteral("frmFertEdit"));
-    std::vector<double> opening, levelChange, ok, cancel, treatments;
+    const EventMember& irrigation = *eventMember(QStringLiteral("frmIrrigation"));
+    std::vector<double> opening, levelChange, ok, cancel, irrigationOpening, treatments;
     for (int run = 0; run < 5; ++run) {
         openExperiment(path);
         {
@@ -127,6 +129,16 @@ int main(int argc, char* argv[])
             screen.typeLevel(0, QStringLiteral("120"));
             cancel.push_back(millisecondsOf([&] { editor.cmdCancel_Click(); }));
         }
+        {
+            test::FakeEventScreen screen(irrigation);
+            EventEditor editor(irrigation, screen);
+            screen.attach(editor);
+            irrigationOpening.push_back(millisecondsOf([&] {
+                EventEditor::openEditor(irrigation);
+                editor.Form_Load();
+            }));
+            editor.cmdOK_Click();
+        }
         test::FakeTreatmentScreen screen;
         TreatmentEditor table(screen);
         screen.editor = &table;
@@ -136,13 +148,16 @@ int main(int argc, char* argv[])
         }));
         table.cmdSave_Click();
     }
-    std::printf("Large generated experiment: %lld bytes, %d event rows, %d fertilizer events\n",
+    std::printf("Large generated experiment: %lld bytes, %d event rows, %d fertilizer events, "
+                "%d irrigation levels\n",
         static_cast<long long>(large.size()), eventRows,
-        database::rowCount(QStringLiteral("Fertilization")));
+        database::rowCount(QStringLiteral("Fertilization")),
+        database::rowCount(QStringLiteral("Irrigation")));
     report("fertilizer editor: menu handler + Form_Load", opening, 300);
     report("a change of level (EditEntry)", levelChange, 30);
     report("OK", ok, 500);
     report("Cancel after a renumbering", cancel, 500);
+    report("irrigation editor: menu handler + Form_Load", irrigationOpening, 300);
     report("treatment table: menu handler + Form_Load", treatments, 200);
     std::printf("   messages shown: %d\n", quiet.messages);
     database::closeWorkDB();

@@ -2,13 +2,16 @@
 
 #include "editors/EditorForms.h"
 #include "editors/EventEditor.h"
+#include "editors/TreatmentEditor.h"
 #include "editors/gui/EditorWindow.h"
 #include "editors/gui/frmChemEdit.h"
+#include "editors/gui/frmEnvMod.h"
 #include "editors/gui/frmFertEdit.h"
+#include "editors/gui/frmHarvest.h"
+#include "editors/gui/frmIrrigation.h"
 #include "editors/gui/frmResidueEdit.h"
 #include "editors/gui/frmTillEdit.h"
 #include "editors/gui/frmViewTreatments.h"
-#include "editors/TreatmentEditor.h"
 
 #include <QAction>
 #include <QMdiArea>
@@ -45,6 +48,9 @@ EditorHost::EditorHost(QMdiArea* mdi, Action action, QObject* parent)
     add("frmResidueEdit", eventEditor<frmResidueEdit>("frmResidueEdit"));
     add("frmChemEdit", eventEditor<frmChemEdit>("frmChemEdit"));
     add("frmTillEdit", eventEditor<frmTillEdit>("frmTillEdit"));
+    add("frmIrrigation", eventEditor<frmIrrigation>("frmIrrigation"));
+    add("frmHarvest", eventEditor<frmHarvest>("frmHarvest"));
+    add("frmEnvMod", eventEditor<frmEnvMod>("frmEnvMod"));
     m_forms[QStringLiteral("frmViewTreatments")]
         = { editors::mnuViewTreatments_Click, [] { return new frmViewTreatments; } };
     connect(m_mdi, &QMdiArea::subWindowActivated, this,
