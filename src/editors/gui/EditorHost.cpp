@@ -67,9 +67,10 @@ void EditorHost::open(const QString& formName)
     const auto it = m_forms.find(formName);
     if (it == m_forms.end() || !it->second.menuHandler())
         return;
+    // Loaded before it is shown, so that it can size itself to what it holds.
     EditorWindow* window = it->second.create();
-    show(window);
     window->Form_Load();
+    show(window);
 }
 
 void EditorHost::show(EditorWindow* window)
