@@ -4,7 +4,9 @@
 #include "app/DocumentCommands.h"
 #include "app/UserInterface.h"
 #include "database/Relations.h"
+#include "database/Schema.h"
 #include "database/Sql.h"
+#include "editors/CropStages.h"
 #include "editors/EditorForms.h"
 #include "editors/EditorTexts.h"
 #include "editors/ScratchDates.h"
@@ -58,12 +60,27 @@ bool refusedEntry(const RuntimeError& e)
     }
 }
 
+// The first planting date, for a level or event made without one to copy;
+// nothing, after saying so, when the planting has none.
+std::optional<QVariant> firstPlantingDate()
+{
+    const QVariant planting
+        = scalar(QStringLiteral("SELECT YRPLT FROM Planting ORDER BY rowid LIMIT 1"));
+    if (planting.isNull() || format::leadingNumber(planting.toString()) <= 0) {
+        msgBox(text::enterPlantingDate);
+        return std::nullopt;
+    }
+    QString code = planting.toString().trimmed();
+    return scratchDateOf(format::YYDDDToDate(code));
+}
+
 } // namespace
 
 EventEditor::EventEditor(const EventMember& member, EventScreen& screen)
     : m_member(member)
     , m_screen(screen)
     , m_scratch(member)
+    , m_page(member, screen)
 {
 }
 
@@ -85,6 +102,76 @@ QString EventEditor::levelsStatement() const
 
 // --- Opening ----------------------------------------------------------------
 
+namespace {
+
+// Whether a new level wants days: the simulation's management of the
+// factor says so.
+bool daysWanted(const EventMember& member)
+{
+    return member.hasManagement()
+        && hasRows(
+            QStringLiteral("SELECT 1 FROM SimulationControlManagement WHERE %1 = 'D' LIMIT 1")
+                .arg(member.managementField));
+}
+
+// The date of a new level's event: the first planting date there is, unless
+// a simulation start date is set; "-99" when there is neither.
+QString plantingOrStartDate()
+{
+    const AppState& s = state();
+    QSqlQuery planting = select(QStringLiteral("SELECT YRPLT FROM Planting ORDER BY rowid"));
+    bool hasPlanting = false;
+    QString date = QStringLiteral("-99");
+    while (planting.next()) {
+        hasPlanting = true;
+        if (!planting.value(0).isNull()) {
+            date = planting.value(0).toString().trimmed();
+            break;
+        }
+    }
+    if (!hasPlanting || s.SimulationDate != QLatin1String("-99"))
+        date = s.SimulationDate;
+    return date;
+}
+
+// The first event of the factor gets the day or date it lacks. Without a
+// date to give it stays as it is.
+void fillNullFirstDate(const EventMember& member)
+{
+    const QVariant first
+        = scalar(QStringLiteral("SELECT rowid FROM [%1] WHERE [%2] IS NULL AND rowid = "
+                                "(SELECT MIN(rowid) FROM [%1])")
+                     .arg(member.eventTable, member.dateField));
+    if (!first.isValid())
+        return;
+    const QString date = daysWanted(member) ? QStringLiteral("1") : plantingOrStartDate();
+    if (date != QLatin1String("-99"))
+        exec(QStringLiteral("UPDATE [%1] SET [%2] = ? WHERE rowid = ?")
+                 .arg(member.eventTable, member.dateField),
+            { date, first });
+}
+
+// Level 1 of a factor without levels, with the member's defaults for it.
+database::Values newLevelRow(const EventMember& member)
+{
+    database::Values row { { member.levelField, 1 } };
+    if (member.newLevelDefaults.empty())
+        return row;
+    QStringList defaults;
+    for (const auto& pair : member.newLevelDefaults)
+        defaults << pair.second;
+    QSqlQuery first
+        = select(QStringLiteral("SELECT %1 FROM [%2] ORDER BY rowid LIMIT 1")
+                     .arg(defaults.join(QStringLiteral(", ")), member.newLevelDefaultsTable));
+    if (first.next()) {
+        for (int i = 0; i < int(member.newLevelDefaults.size()); ++i)
+            row.push_back({ member.newLevelDefaults[size_t(i)].first, first.value(i) });
+    }
+    return row;
+}
+
+} // namespace
+
 bool EventEditor::openEditor(const EventMember& member)
 {
     AppState& s = state();
@@ -98,47 +185,36 @@ bool EventEditor::openEditor(const EventMember& member)
 
         if (hasRows(QStringLiteral("SELECT 1 FROM [%1] LIMIT 1").arg(member.levelTable))) {
             s.NewLevelCreated = false;
+            if (member.has(Addition::FillsNullFirstDate))
+                fillNullFirstDate(member);
             return true;
         }
 
         // A factor with no level gets level 1 now, dated by the planting.
         QSqlQuery planting = select(QStringLiteral("SELECT YRPLT FROM Planting ORDER BY rowid"));
-        const bool hasPlanting = planting.next();
-        const QVariant firstYRPLT = hasPlanting ? planting.value(0) : QVariant();
+        const bool firstYRPLTNull = planting.next() && planting.value(0).isNull();
+        planting.finish();
         const QVariant station
             = scalar(QStringLiteral("SELECT WSTA FROM Fields ORDER BY rowid LIMIT 1"));
-        if (hasPlanting && firstYRPLT.isNull() && station.isNull()) {
+        if (firstYRPLTNull && station.isNull()) {
             msgBox(member.enterFieldInformation);
             documentHost().reopenEditor(QStringLiteral("frmFields"));
             return false;
         }
-        QString date = QStringLiteral("-99");
-        if (hasPlanting) {
-            QVariant value = firstYRPLT;
-            while (value.isNull() && planting.next())
-                value = planting.value(0);
-            if (!value.isNull())
-                date = value.toString().trimmed();
-        }
-        if (!hasPlanting || s.SimulationDate != QLatin1String("-99"))
-            date = s.SimulationDate;
+        const QString date = plantingOrStartDate();
         if (date == QLatin1String("-99")) {
             msgBox(text::enterPlantingOrStartDate);
             return false;
         }
 
-        const bool daysWanted = member.hasManagement()
-            && hasRows(
-                QStringLiteral("SELECT 1 FROM SimulationControlManagement WHERE %1 = 'D' LIMIT 1")
-                    .arg(member.managementField));
+        const bool days = daysWanted(member);
         database::Transaction transaction;
         s.NewLevelCreated = true;
-        database::insertRow(member.levelTable, { { member.levelField, 1 } });
+        database::insertRow(member.levelTable, newLevelRow(member));
         database::insertRow(member.eventTable,
-            { { member.levelField, 1 },
-                { member.dateField, daysWanted ? QStringLiteral("1") : date } });
+            { { member.levelField, 1 }, { member.dateField, days ? QStringLiteral("1") : date } });
         if (member.hasManagement()) {
-            const QString code = daysWanted ? QStringLiteral("D") : QStringLiteral("R");
+            const QString code = days ? QStringLiteral("D") : QStringLiteral("R");
             const QVariant first
                 = scalar(QStringLiteral("SELECT rowid FROM [%1] ORDER BY rowid LIMIT 1")
                              .arg(member.managementTable));
@@ -168,6 +244,7 @@ void EventEditor::Form_Load()
         m_screen.setCaption(editorCaption(m_member.captionStem));
 
         m_screen.showLevels(levelsStatement(), LevelRow::First);
+        m_page.load();
         const QVariant first = scalar(QStringLiteral("SELECT %1 FROM %2 ORDER BY %1 LIMIT 1")
                                           .arg(m_member.levelField, m_member.levelTable));
         if (!first.isNull() && first.isValid())
@@ -175,13 +252,21 @@ void EventEditor::Form_Load()
         ColumnNames();
 
         for (int list = 0; list < int(m_member.lists.size()); ++list) {
+            if (m_member.lists[size_t(list)].source != ListSource::CodeLookup)
+                continue;
             QStringList items;
             QSqlQuery q = select(QStringLiteral("SELECT Description FROM CodeLookup WHERE Type = ? "
                                                 "ORDER BY Description"),
-                { m_member.lists[list].type });
+                { m_member.lists[size_t(list)].type });
             while (q.next())
                 items << q.value(0).toString();
             m_screen.setListItems(list, items);
+        }
+        // The stage list follows the crop in ComboCrop, the first at first.
+        if (m_member.listFrom(ListSource::CropStages) >= 0) {
+            const QStringList crops = cropsOfCultivars();
+            m_screen.setCrops(crops);
+            ComboCrop_Change(crops.value(0));
         }
     } catch (const RuntimeError& e) {
         report(e, Routine::Form_Load);
@@ -225,6 +310,8 @@ void EventEditor::EditEntry(int level)
             m_years.years << q.value(0).toString();
         SetUpData2(level);
         m_screen.setLevelNumberText(text::level + QLatin1Char(' ') + number(level));
+        if (!m_page.isEmpty())
+            m_page.show(level);
         if (m_member.hasManagement()) {
             QStringList choices;
             QSqlQuery c
@@ -365,17 +452,15 @@ void EventEditor::cmdAdd1_Click()
         const RuntimeError pending = m_screen.commitEventEdit();
         if (pending.number() != 0)
             throw pending;
+        const bool fromPlanting = m_member.has(Addition::FirstLevelFromPlanting);
         const QString levelText = m_screen.levelCellText();
         std::optional<int> current = levelOf(levelText);
-        // Without management an empty grid stands for level 0.
-        if (!current && !m_member.hasManagement() && levelText.trimmed().isEmpty())
+        // A member that starts level 1 from the planting takes an empty grid
+        // for level 0.
+        if (!current && fromPlanting && levelText.trimmed().isEmpty())
             current = 0;
         if (!current) {
             msgBox(text::invalidEntry, MsgButtons::OK, MsgIcon::Critical, text::errorTitle);
-            return;
-        }
-        if (!m_member.hasManagement()) {
-            addLevelWithoutManagement(*current);
             return;
         }
         const int newLevel = scalar(QStringLiteral("SELECT MAX(%1) FROM %2")
@@ -387,16 +472,21 @@ void EventEditor::cmdAdd1_Click()
         if (*current > 0) {
             if (!copyLevel(*current, newLevel))
                 return;
+        } else if (fromPlanting && !addFirstLevel()) {
+            return;
         }
         m_screen.setDeleteEnabled(true, true);
         m_screen.showLevels(levelsStatement(), LevelRow::Last);
         ColumnNames();
         ColumnNames_Layers();
-        const QVariant code = scalar(QStringLiteral("SELECT %1 FROM %2 WHERE %3 = %4")
-                                         .arg(m_member.managementField, m_member.managementTable,
-                                             m_member.levelField, number(*current)));
-        database::insertRow(m_member.managementTable,
-            { { m_member.levelField, newLevel }, { m_member.managementField, code } });
+        if (m_member.hasManagement()) {
+            const QVariant code
+                = scalar(QStringLiteral("SELECT %1 FROM %2 WHERE %3 = %4")
+                             .arg(m_member.managementField, m_member.managementTable,
+                                 m_member.levelField, number(*current)));
+            database::insertRow(m_member.managementTable,
+                { { m_member.levelField, newLevel }, { m_member.managementField, code } });
+        }
         if (const std::optional<int> shown = currentLevel())
             EditEntry(*shown);
     } catch (const RuntimeError& e) {
@@ -404,8 +494,9 @@ void EventEditor::cmdAdd1_Click()
     }
 }
 
-// The new level takes the current level's name and a copy of its events.
-// False when the current level has no events to copy.
+// The new level takes every value of the current level's row (its name, and
+// whatever else the level table keeps) and a copy of its events. False when
+// the current level has no events to copy.
 bool EventEditor::copyLevel(int current, int newLevel)
 {
     const QString level = number(current);
@@ -417,11 +508,14 @@ bool EventEditor::copyLevel(int current, int newLevel)
         return false;
     }
     database::Transaction transaction;
-    const QVariant name
-        = scalar(QStringLiteral("SELECT %1 FROM %2 WHERE %3 = %4")
-                     .arg(m_member.nameField, m_member.levelTable, m_member.levelField, level));
-    database::insertRow(
-        m_member.levelTable, { { m_member.levelField, newLevel }, { m_member.nameField, name } });
+    QStringList values;
+    for (const database::FieldDef& field : database::findTable(m_member.levelTable)->fields) {
+        if (field.name.compare(m_member.levelField, Qt::CaseInsensitive) != 0)
+            values << QStringLiteral("[%1]").arg(field.name);
+    }
+    exec(QStringLiteral("INSERT INTO [%1] (%2, %3) SELECT %4, %3 FROM [%1] WHERE %2 = %5")
+             .arg(m_member.levelTable, m_member.levelField, values.join(QStringLiteral(", ")),
+                 number(newLevel), level));
     const QStringList copied = m_scratch.eventColumns();
     const QString list = copied.join(QStringLiteral(", "));
     exec(QStringLiteral(
@@ -433,37 +527,30 @@ bool EventEditor::copyLevel(int current, int newLevel)
     return true;
 }
 
-// Members without management number a new level after the last one; with
-// no level at all they start level 1 with one event on the planting date.
-void EventEditor::addLevelWithoutManagement(int current)
+// Level 1 with one event on the planting date. False when there is no
+// planting date.
+bool EventEditor::addFirstLevel()
 {
-    const QVariant last = scalar(QStringLiteral("SELECT %1 FROM %2 ORDER BY %1 DESC LIMIT 1")
-                                     .arg(m_member.levelField, m_member.levelTable));
-    const int newLevel = last.toInt() + 1;
-    m_screen.showLevels(levelsStatement(), LevelRow::Same);
-    m_screen.refreshEvents();
-    if (current > 0) {
-        if (!copyLevel(current, newLevel))
-            return;
-    } else {
-        const QVariant planting
-            = scalar(QStringLiteral("SELECT YRPLT FROM Planting ORDER BY rowid LIMIT 1"));
-        if (planting.isNull() || format::leadingNumber(planting.toString()) <= 0) {
-            msgBox(text::enterPlantingDate);
-            return;
-        }
-        database::Transaction transaction;
-        database::insertRow(m_member.levelTable, { { m_member.levelField, 1 } });
-        QString code = planting.toString().trimmed();
-        database::insertRow(applications,
-            { { m_member.levelField, 1 },
-                { QStringLiteral("TheDate"), scratchDateOf(format::YYDDDToDate(code)) } });
-        transaction.commit();
-    }
-    m_screen.setDeleteEnabled(true, true);
-    goToLevel(LevelRow::Last);
-    ColumnNames();
-    ColumnNames_Layers();
+    const std::optional<QVariant> date = firstPlantingDate();
+    if (!date)
+        return false;
+    database::Transaction transaction;
+    database::insertRow(m_member.levelTable, { { m_member.levelField, 1 } });
+    database::insertRow(
+        applications, { { m_member.levelField, 1 }, { QStringLiteral("TheDate"), *date } });
+    transaction.commit();
+    return true;
+}
+
+// An event on the planting date for a level without events.
+void EventEditor::addFirstEvent(int level)
+{
+    const std::optional<QVariant> date = firstPlantingDate();
+    if (!date)
+        return;
+    database::insertRow(
+        applications, { { m_member.levelField, level }, { QStringLiteral("TheDate"), *date } });
+    SetUpData2(level);
 }
 
 void EventEditor::cmdDelete1_Click()
@@ -493,7 +580,8 @@ void EventEditor::cmdDelete1_Click()
         {
             database::Transaction transaction;
             QStringList tables { applications, m_member.eventTable, m_member.levelTable };
-            if (m_member.hasManagement())
+            if (m_member.hasManagement()
+                && !(only && m_member.has(Addition::OnlyLevelKeepsManagement)))
                 tables << m_member.managementTable;
             for (const QString& table : tables)
                 exec(QStringLiteral("DELETE FROM [%1] WHERE %2 = %3")
@@ -626,6 +714,12 @@ void EventEditor::cmdAdd2_Click()
         }
         m_screen.commitEventEdit();
         const int level = currentLevel().value_or(0);
+        if (m_member.has(Addition::FirstEventFromPlanting)
+            && !hasRows(QStringLiteral("SELECT 1 FROM Applications WHERE %1 = %2 LIMIT 1")
+                            .arg(m_member.levelField, number(level)))) {
+            addFirstEvent(level);
+            return;
+        }
         if (m_screen.currentEventRow() == 0)
             m_screen.goToEvent(0);
 
@@ -673,8 +767,13 @@ void EventEditor::cmdAdd2_Click()
             params << key;
         }
         QSqlQuery source = select(sql + QStringLiteral(" ORDER BY rowid LIMIT 1"), params);
+        // The harvest editor stores a copied day under a name the scratch
+        // table doesn't have, so that only dates can be copied there.
+        const QString storedDate = m_daysMode && m_member.has(Addition::DayCopyUnderWrongName)
+            ? QStringLiteral("DaysAfterPlanting")
+            : dateColumn;
         if (source.next()) {
-            database::Values row { { m_member.levelField, level }, { dateColumn, dateValue },
+            database::Values row { { m_member.levelField, level }, { storedDate, dateValue },
                 { keyField, key.isEmpty() ? QVariant() : QVariant(key) } };
             for (int i = 0; i < copied.size(); ++i)
                 row.push_back({ copied.at(i), source.value(i) });
@@ -742,10 +841,13 @@ void EventEditor::cmdDelete2_Click()
 
 void EventEditor::DBGrid2_BeforeColUpdate(int column, QVariant& value, bool fromList)
 {
-    // Only a list's choice gets into a list column: typing blanks it.
+    // Only a list's choice gets into a list column: typing blanks it, but
+    // for the letters that stand for an entry.
     if (column > 0 && column <= int(m_member.grid.size())
-        && m_member.grid.at(column - 1).entry == Entry::List && !fromList)
-        value = QVariant();
+        && m_member.grid.at(column - 1).entry == Entry::List && !fromList) {
+        const auto typed = m_member.typedEntries.find(value.toString().trimmed().toUpper());
+        value = typed != m_member.typedEntries.end() ? QVariant(typed->second) : QVariant();
+    }
 }
 
 void EventEditor::DBGrid2_Error(const RuntimeError& error)
@@ -793,16 +895,36 @@ void EventEditor::DBGrid2_ButtonClick(int column)
 
 void EventEditor::ListDescription_Click(int list, const QString& description)
 {
+    const CodeList& chosen = m_member.lists.at(size_t(list));
     try {
+        // A stage list's choice puts the stage's code in the cell.
+        const QString value = chosen.source == ListSource::CropStages
+            ? stageCode(m_crop, description)
+            : description;
         for (int i = 0; i < int(m_member.grid.size()); ++i) {
-            if (m_member.grid[i].list == list)
-                m_screen.setEventCell(i + 1, description);
+            if (m_member.grid[size_t(i)].list == list)
+                writeChoice(i + 1, value);
         }
         m_screen.hideLists();
         m_listShown = -1;
     } catch (const RuntimeError& e) {
-        report(e, Routine::ListDescription_Click);
+        reportError(e.text(), m_member.tail(Routine::ListDescription_Click, chosen.control));
     }
+}
+
+void EventEditor::writeChoice(int column, const QString& value)
+{
+    if (!m_member.has(Addition::ListWritesRow)) {
+        m_screen.setEventCell(column, value);
+        return;
+    }
+    const qint64 row = m_screen.currentEventRow();
+    if (row == 0)
+        throw RuntimeError(err::NoCurrentRecord, QStringLiteral("No current record."));
+    exec(QStringLiteral("UPDATE Applications SET [%1] = ? WHERE rowid = ?")
+             .arg(m_member.grid.at(size_t(column - 1)).field),
+        { value, row });
+    m_screen.refreshEvents();
 }
 
 void EventEditor::DBComboManagement_Click(const QString& description)
@@ -832,6 +954,51 @@ void EventEditor::DBComboManagement_Click(const QString& description)
                 { code });
     } catch (const RuntimeError& e) {
         report(e, Routine::DBComboManagement_Click);
+    }
+}
+
+void EventEditor::ComboCrop_Change(const QString& crop)
+{
+    const int list = m_member.listFrom(ListSource::CropStages);
+    if (list < 0)
+        return;
+    try {
+        m_crop = crop;
+        m_stagesAvailable = false;
+        m_screen.setListItems(list, {});
+        const QStringList stages = stagesOf(crop);
+        m_screen.setListItems(list, stages);
+        m_stagesAvailable = !stages.isEmpty();
+    } catch (const RuntimeError& e) {
+        report(e, Routine::ComboCrop_Change);
+    }
+}
+
+bool EventEditor::LevelPage_Validate(int field, const QString& text)
+{
+    const std::optional<int> level = currentLevel();
+    if (!level)
+        return true;
+    try {
+        return m_page.validate(*level, field, text);
+    } catch (const RuntimeError& e) {
+        reportError(e.text(),
+            m_member.tail(
+                Routine::LevelPage_Validate, m_member.levelPage.at(size_t(field)).control));
+        return true;
+    }
+}
+
+void EventEditor::LevelPage_Click(int field, const QString& description)
+{
+    const std::optional<int> level = currentLevel();
+    if (!level)
+        return;
+    try {
+        m_page.choose(*level, field, description);
+    } catch (const RuntimeError& e) {
+        reportError(e.text(),
+            m_member.tail(Routine::LevelPage_Click, m_member.levelPage.at(size_t(field)).control));
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "editors/EventMember.h"
 #include "editors/EventScreen.h"
+#include "editors/LevelPage.h"
 #include "editors/ScratchTable.h"
 #include "editors/SqlGridModel.h"
 
@@ -12,7 +13,10 @@
 namespace quillon::editors {
 
 // The event-editor frame: the routines of an editor of dated events
-// (fertilizer, residue, chemical, tillage, ...), run on the member's tables.
+// (fertilizer, residue, chemical, tillage, irrigation, harvest, environment
+// modification), run on the member's tables. Where a member adds to a
+// routine (EventMember::additions, its level page, its stage list), the
+// routine looks it up in the member.
 // While the editor is open the events live in the scratch table Applications,
 // with descriptions in place of codes and real dates; OK writes them back in
 // the file's form, Cancel restores every table from the backups taken at
@@ -70,6 +74,12 @@ public:
     // A list lost the focus and hid.
     void ListLostFocus() { m_listShown = -1; }
     void DBComboManagement_Click(const QString& text);
+    // The crop shown in ComboCrop changed: the stage list offers its stages.
+    void ComboCrop_Change(const QString& crop);
+    // The level page: a box left (false keeps the focus in it), a combo's
+    // choice.
+    bool LevelPage_Validate(int field, const QString& text);
+    void LevelPage_Click(int field, const QString& description);
     void Check_Dates(int level);
 
     // The unload handler: a close that didn't come from OK or Cancel
@@ -84,6 +94,8 @@ public:
 
     bool DaysMode() const { return m_daysMode; }
     bool RowInError() const { return m_rowInError; }
+    // Whether the crop in ComboCrop has stages to offer.
+    bool StagesAvailable() const { return m_stagesAvailable; }
     // The message Check_Dates leaves, "" when the dates are distinct.
     const QString& datesMessage() const { return m_datesMessage; }
     // The level DBGrid1's current row holds, if its text is a number.
@@ -94,7 +106,9 @@ private:
     void handleAddFailure(const RuntimeError& e, Routine routine);
     void goToLevel(LevelRow row);
     bool copyLevel(int current, int newLevel);
-    void addLevelWithoutManagement(int current);
+    bool addFirstLevel();
+    void addFirstEvent(int level);
+    void writeChoice(int column, const QString& value);
     QString levelsStatement() const;
     QString eventOrder(int level) const;
     QString eventStatement(int level, const QString& order) const;
@@ -105,6 +119,7 @@ private:
     const EventMember& m_member;
     EventScreen& m_screen;
     ScratchTable m_scratch;
+    LevelPage m_page;
     bool m_daysMode = false;
     bool m_rowInError = false;
     bool m_closedByButton = false;
@@ -115,6 +130,8 @@ private:
     YearControls m_years;
     std::vector<QVariant> m_treatmentLevels;
     QString m_datesMessage;
+    QString m_crop;
+    bool m_stagesAvailable = false;
 };
 
 } // namespace quillon::editors

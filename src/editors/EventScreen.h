@@ -87,6 +87,15 @@ public:
     virtual void hideLists() = 0;
     virtual void setDeleteEnabled(bool levelButton, bool eventButton) = 0;
 
+    // ComboCrop, for a member with a list of the crop's stages: the crops
+    // it offers; the first is shown.
+    virtual void setCrops(const QStringList& crops) = 0;
+    // The level page, for a member with one: the entries of a combo, and the
+    // texts of the boxes (a combo's description) for the current level, in
+    // the order of the member's page.
+    virtual void setLevelPageChoices(int field, const QStringList& descriptions) = 0;
+    virtual void showLevelPage(const QStringList& texts) = 0;
+
     // Closes the window; its unload handler runs.
     virtual void closeWindow() = 0;
 };

@@ -178,16 +178,23 @@ void ScratchTable::backUp() const
 
 void ScratchTable::restore(bool dropNewLevel) const
 {
-    exec(QStringLiteral("DELETE FROM [%1]").arg(m_member.eventTable));
-    exec(QStringLiteral("DELETE FROM [%1]").arg(m_member.levelTable));
+    // A member that empties its tables first clears the management with the
+    // others, and keeps a level 1 of the menu handler: it was in the backup.
+    const bool allFirst = m_member.has(Addition::CancelEmptiesAllFirst);
+    QStringList emptied { m_member.eventTable, m_member.levelTable };
+    if (m_member.hasManagement() && allFirst)
+        emptied << m_member.managementTable;
+    for (const QString& table : emptied)
+        exec(QStringLiteral("DELETE FROM [%1]").arg(table));
     restoreTable(m_member.levelTable, QStringLiteral("BackUp"));
     if (m_member.hasManagement()) {
-        exec(QStringLiteral("DELETE FROM [%1]").arg(m_member.managementTable));
+        if (!allFirst)
+            exec(QStringLiteral("DELETE FROM [%1]").arg(m_member.managementTable));
         restoreTable(m_member.managementTable, QStringLiteral("BackUp2"));
     }
     restoreTable(m_member.eventTable, QStringLiteral("BackUp_Applications"));
     exec(QStringLiteral("DROP TABLE [Applications]"));
-    if (dropNewLevel) {
+    if (dropNewLevel && !allFirst) {
         // The management row stays: it was in the backup.
         exec(QStringLiteral("DELETE FROM [%1]").arg(m_member.eventTable));
         exec(QStringLiteral("DELETE FROM [%1]").arg(m_member.levelTable));

@@ -40,7 +40,8 @@ public:
     void backUp() const;
     // Those tables back from the copies, which go; the scratch table goes
     // too. `dropNewLevel` takes away what the menu handler made, level 1 and
-    // its event, as well.
+    // its event, as well, unless the member keeps it
+    // (Addition::CancelEmptiesAllFirst).
     void restore(bool dropNewLevel) const;
     void dropBackups() const;
 

@@ -93,6 +93,9 @@ const std::vector<std::pair<const char*, std::function<bool()>>> editorsInTurn =
     { "frmResidueEdit", [] { return openAndOk("frmResidueEdit"); } },
     { "frmChemEdit", [] { return openAndOk("frmChemEdit"); } },
     { "frmTillEdit", [] { return openAndOk("frmTillEdit"); } },
+    { "frmIrrigation", [] { return openAndOk("frmIrrigation"); } },
+    { "frmHarvest", [] { return openAndOk("frmHarvest"); } },
+    { "frmEnvMod", [] { return openAndOk("frmEnvMod"); } },
     { "frmViewTreatments", treatmentTableSaved },
     { "frmSim", simulationControlsOk },
 };

@@ -5,13 +5,18 @@
 #include "app/gui/frmMain.h"
 #include "database/Sql.h"
 #include "editors/EditorForms.h"
+#include "editors/gui/frmEnvMod.h"
 #include "editors/gui/frmFertEdit.h"
+#include "editors/gui/frmHarvest.h"
+#include "editors/gui/frmIrrigation.h"
 #include "editors/gui/frmResidueEdit.h"
 #include "support/SampleSuiteFixture.h"
 #include "support/WorkDbFixture.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -60,6 +65,14 @@ protected:
     static void goTo(QTableView* view, int row, int column)
     {
         view->setCurrentIndex(view->model()->index(row, column));
+    }
+    // Clicks an entry of a drop-down list.
+    static void pick(QListWidget* list, const QString& entry)
+    {
+        QListWidgetItem* item = list->findItems(entry, Qt::MatchExactly).value(0);
+        ASSERT_NE(item, nullptr) << entry.toStdString();
+        QTest::mouseClick(
+            list->viewport(), Qt::LeftButton, {}, list->visualItemRect(item).center());
     }
     // Types into the current cell: the first key opens its editor, which
     // takes the rest; Enter stores it and closes the editor.
@@ -164,10 +177,7 @@ TEST_F(EventEditorWindowTest, ListColumnsTakeOnlyTheListsChoice)
     goTo(events, 0, 1);
     ASSERT_TRUE(list->isVisible());
     EXPECT_EQ(list->currentItem()->text(), cell(events, 0, 1));
-    QListWidgetItem* pick
-        = list->findItems(QStringLiteral("Ammonium nitrate"), Qt::MatchExactly).value(0);
-    ASSERT_NE(pick, nullptr);
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(pick).center());
+    pick(list, QStringLiteral("Ammonium nitrate"));
     EXPECT_FALSE(list->isVisible());
     EXPECT_EQ(cell(events, 0, 1), QStringLiteral("Ammonium nitrate"));
 
@@ -228,6 +238,90 @@ TEST_F(EventEditorWindowTest, OneEditorAtATimeAndSaveOpensItAgain)
         bytesOf(maizeFile())
             .contains(
                 " 2 21118 FE006 AP002    10    18    20   -99   -99   -99   -99 Split dressing"));
+}
+
+TEST_F(EventEditorWindowTest, IrrigationHasItsOwnControlsAndALevelPage)
+{
+    auto* editor = openFromMenu<frmIrrigation>("mnuEditIrrigation");
+    ASSERT_NE(editor, nullptr);
+    for (const char* name : { "DBGIrrigation", "DBGdTheDate", "CmdAddIrrigation", "CmdIrrigdelete",
+             "cmdIrrAppAdd", "cmdLayersDelete", "txtEFFIRX", "DBCmbIAMEX" })
+        EXPECT_NE(editor->findChild<QWidget*>(QLatin1String(name)), nullptr) << name;
+    QTableView* events = grid(editor, "DBGdTheDate");
+    EXPECT_EQ(cell(events, 0, 2), QStringLiteral("Sprinkler, mm"));
+    // No event uses the third value.
+    EXPECT_TRUE(events->isColumnHidden(3));
+
+    // A percentage over 100 keeps the focus in its box.
+    auto* threshold = editor->findChild<QLineEdit*>(QStringLiteral("txtTHETCX"));
+    EXPECT_EQ(threshold->text(), QStringLiteral("50"));
+    threshold->setFocus();
+    threshold->selectAll();
+    QTest::keyClicks(threshold, QStringLiteral("101"));
+    QTest::keyClick(threshold, Qt::Key_Tab);
+    EXPECT_EQ(m_ui.texts(), QStringList { QStringLiteral("Invalid percentage.") });
+    EXPECT_EQ(QApplication::focusWidget(), threshold);
+    m_ui.clear();
+    threshold->selectAll();
+    QTest::keyClicks(threshold, QStringLiteral("60"));
+    auto* method = editor->findChild<QComboBox*>(QStringLiteral("DBCmbIAMEX"));
+    EXPECT_EQ(method->currentText(), QStringLiteral("Sprinkler, mm"));
+    method->setFocus();
+    EXPECT_TRUE(m_ui.messages.empty()) << m_ui.texts().join('\n').toStdString();
+    emit method->activated(method->findText(QStringLiteral("Flood, mm")));
+
+    // Another level shows its own values.
+    QTableView* levels = grid(editor, "DBGIrrigation");
+    goTo(levels, 1, 0);
+    EXPECT_EQ(threshold->text(), QStringLiteral("40"));
+
+    QTest::keyClick(levels, Qt::Key_O, Qt::ControlModifier);
+    settle();
+    EXPECT_EQ(m_window.findChild<frmIrrigation*>(), nullptr);
+    EXPECT_EQ(rowsOf(QStringLiteral("SELECT THETCX, IAMEX FROM Irrigation WHERE LNIR = 1")),
+        QStringList { QStringLiteral("60|IR003") });
+}
+
+TEST_F(EventEditorWindowTest, HarvestOffersTheStagesOfTheCropAndKeepsTheirCode)
+{
+    auto* editor = openFromMenu<frmHarvest>("mnuHarvest");
+    ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(editor->findChild<QComboBox*>(QStringLiteral("ComboCrop"))->currentText(),
+        QStringLiteral("Maize"));
+    QTableView* events = grid(editor, "DBGrid2");
+    auto* stages = editor->findChild<QListWidget*>(QStringLiteral("List3"));
+    goTo(events, 0, 1);
+    ASSERT_TRUE(stages->isVisible());
+    pick(stages, QStringLiteral("Silking, 75 percent of plants"));
+    EXPECT_EQ(cell(events, 0, 1), QStringLiteral("GS006"));
+    QTest::keyClick(events, Qt::Key_O, Qt::ControlModifier);
+    settle();
+    EXPECT_EQ(rowsOf(QStringLiteral("SELECT HSTG FROM Harvest WHERE LNHAR = 1")),
+        QStringList { QStringLiteral("GS006") });
+    EXPECT_TRUE(m_ui.messages.empty()) << m_ui.texts().join('\n').toStdString();
+}
+
+TEST_F(EventEditorWindowTest, EnvironmentFactorsTakeTheirLettersAndCancelDropsThem)
+{
+    const QStringList before = rowsOf(QStringLiteral("SELECT * FROM EnvironMod"));
+    auto* editor = openFromMenu<frmEnvMod>("mnuEditEnvMod");
+    ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(editor->findChildren<QListWidget*>().size(), 8);
+    QTableView* events = grid(editor, "DBGrid2");
+    goTo(events, 0, 2);
+    EXPECT_TRUE(editor->findChild<QListWidget*>(QStringLiteral("List1"))->isVisible());
+    QTest::keyClicks(events, QStringLiteral("m"));
+    EXPECT_EQ(cell(events, 0, 2), QStringLiteral("Multiply"));
+    goTo(events, 0, 1);
+    type(events, QStringLiteral("25"));
+    EXPECT_EQ(m_ui.texts(), QStringList { QStringLiteral("Invalid entry.") });
+    m_ui.clear();
+
+    QTest::keyClick(events, Qt::Key_Escape);
+    settle();
+    EXPECT_EQ(m_ui.texts(), QStringList { QStringLiteral("New data will not be saved.") });
+    EXPECT_EQ(m_window.findChild<frmEnvMod*>(), nullptr);
+    EXPECT_EQ(rowsOf(QStringLiteral("SELECT * FROM EnvironMod")), before);
 }
 
 } // namespace

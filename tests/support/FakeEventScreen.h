@@ -3,6 +3,8 @@
 #include "editors/EventEditor.h"
 #include "editors/SqlGridModel.h"
 
+#include <map>
+
 namespace quillon::test {
 
 // The window of an event editor without widgets: its two grids are the
@@ -25,9 +27,10 @@ public:
     void goToLastEvent() override;
     void setEventCell(int column, const QString& text) override;
     void setLevelCaptions(const QStringList& captions) override { levelCaptions = captions; }
-    void setEventCaptions(const QStringList& captions, const std::vector<bool>&) override
+    void setEventCaptions(const QStringList& captions, const std::vector<bool>& visible) override
     {
         eventCaptions = captions;
+        eventColumnsShown = visible;
     }
     void setCaption(const QString& text) override { caption = text; }
     void setLevelNumberText(const QString& text) override { levelNumber = text; }
@@ -38,6 +41,12 @@ public:
     void showList(int list, const QString&) override { listShown = list; }
     void hideLists() override { listShown = -1; }
     void setDeleteEnabled(bool, bool) override { }
+    void setCrops(const QStringList& choices) override { crops = choices; }
+    void setLevelPageChoices(int field, const QStringList& choices) override
+    {
+        levelPageChoices[field] = choices;
+    }
+    void showLevelPage(const QStringList& texts) override { levelPage = texts; }
     void closeWindow() override;
 
     // The user's moves: a level chosen in DBGrid1, a cell typed in.
@@ -58,6 +67,7 @@ public:
     RuntimeError pending { 0, {} };
     QStringList levelCaptions;
     QStringList eventCaptions;
+    std::vector<bool> eventColumnsShown;
     QString caption;
     QString levelNumber;
     editors::YearControls years;
@@ -65,6 +75,9 @@ public:
     QString management;
     std::vector<QStringList> lists;
     int listShown = -1;
+    QStringList crops;
+    std::map<int, QStringList> levelPageChoices;
+    QStringList levelPage;
 };
 
 } // namespace quillon::test

@@ -6,7 +6,10 @@
 #include "editors/TreatmentEditor.h"
 #include "editors/gui/EditorWindow.h"
 #include "editors/gui/frmChemEdit.h"
+#include "editors/gui/frmEnvMod.h"
 #include "editors/gui/frmFertEdit.h"
+#include "editors/gui/frmHarvest.h"
+#include "editors/gui/frmIrrigation.h"
 #include "editors/gui/frmResidueEdit.h"
 #include "editors/gui/frmSim.h"
 #include "editors/gui/frmTillEdit.h"
@@ -47,6 +50,9 @@ EditorHost::EditorHost(QMdiArea* mdi, Action action, QObject* parent)
     add("frmResidueEdit", eventEditor<frmResidueEdit>("frmResidueEdit"));
     add("frmChemEdit", eventEditor<frmChemEdit>("frmChemEdit"));
     add("frmTillEdit", eventEditor<frmTillEdit>("frmTillEdit"));
+    add("frmIrrigation", eventEditor<frmIrrigation>("frmIrrigation"));
+    add("frmHarvest", eventEditor<frmHarvest>("frmHarvest"));
+    add("frmEnvMod", eventEditor<frmEnvMod>("frmEnvMod"));
     m_forms[QStringLiteral("frmViewTreatments")]
         = { editors::mnuViewTreatments_Click, [] { return new frmViewTreatments; } };
     // The simulation controls open on General from their own entry, and on

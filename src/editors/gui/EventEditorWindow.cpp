@@ -2,6 +2,7 @@
 
 #include "editors/EditorTexts.h"
 #include "editors/gui/GridDelegate.h"
+#include "editors/gui/LevelPageWidget.h"
 #include "editors/gui/WrappingHeader.h"
 
 #include <QApplication>
@@ -43,10 +44,10 @@ private:
     bool m_was;
 };
 
-QTableView* grid(const char* name, QWidget* parent)
+QTableView* grid(const QString& name, QWidget* parent)
 {
     auto* view = new QTableView(parent);
-    view->setObjectName(QLatin1String(name));
+    view->setObjectName(name);
     view->setHorizontalHeader(new WrappingHeader(view));
     view->setSelectionMode(QAbstractItemView::SingleSelection);
     view->setSelectionBehavior(QAbstractItemView::SelectItems);
@@ -57,10 +58,11 @@ QTableView* grid(const char* name, QWidget* parent)
     return view;
 }
 
-QPushButton* button(const char* name, const QString& caption, const QString& hint, QWidget* parent)
+QPushButton* button(
+    const QString& name, const QString& caption, const QString& hint, QWidget* parent)
 {
     auto* b = new QPushButton(caption, parent);
-    b->setObjectName(QLatin1String(name));
+    b->setObjectName(name);
     b->setToolTip(hint);
     b->setAutoDefault(false);
     return b;
@@ -71,8 +73,8 @@ QPushButton* button(const char* name, const QString& caption, const QString& hin
 EventEditorWindow::EventEditorWindow(const EventMember& member, QWidget* parent)
     : EditorWindow(member.formName, parent)
     , m_editor(member, *this)
-    , m_DBGrid1(grid("DBGrid1", this))
-    , m_DBGrid2(grid("DBGrid2", this))
+    , m_DBGrid1(grid(member.controls.levelGrid, this))
+    , m_DBGrid2(grid(member.controls.eventGrid, this))
     , m_levelDelegate(new GridDelegate(m_levels, this))
     , m_eventDelegate(new GridDelegate(m_events, this))
     , m_lblHeading(new QLabel(member.heading, this))
@@ -82,17 +84,18 @@ EventEditorWindow::EventEditorWindow(const EventMember& member, QWidget* parent)
     , m_lblYear(new QLabel(tr("Year"), this))
     , m_ComboYear(new QComboBox(this))
     , m_txtYear(new QLineEdit(this))
-    , m_cmdAdd1(button(
-          "cmdAdd1", tr("Add"), tr("Add a level, a copy of the selected one (Ctrl+A)"), this))
-    , m_cmdDelete1(
-          button("cmdDelete1", tr("Delete"), tr("Delete the selected level (Ctrl+D)"), this))
-    , m_cmdAdd2(button("cmdAdd2", tr("Add Application"),
+    , m_cmdAdd1(button(member.controls.addLevel, tr("Add"),
+          tr("Add a level, a copy of the selected one (Ctrl+A)"), this))
+    , m_cmdDelete1(button(member.controls.deleteLevel, tr("Delete"),
+          tr("Delete the selected level (Ctrl+D)"), this))
+    , m_cmdAdd2(button(member.controls.addEvent, tr("Add Application"),
           tr("Add a copy of the selected application (Ctrl+P)"), this))
-    , m_cmdDelete2(button("cmdDelete2", tr("Delete Application"),
+    , m_cmdDelete2(button(member.controls.deleteEvent, tr("Delete Application"),
           tr("Delete the selected application (Ctrl+L)"), this))
-    , m_cmdOK(button("cmdOK", tr("OK"), tr("Keep the changes and close (Enter or Ctrl+O)"), this))
-    , m_cmdCancel(
-          button("cmdCancel", tr("Cancel"), tr("Drop the changes and close (Esc or Ctrl+N)"), this))
+    , m_cmdOK(button(QStringLiteral("cmdOK"), tr("OK"),
+          tr("Keep the changes and close (Enter or Ctrl+O)"), this))
+    , m_cmdCancel(button(QStringLiteral("cmdCancel"), tr("Cancel"),
+          tr("Drop the changes and close (Esc or Ctrl+N)"), this))
 {
     m_DBComboManagement->setObjectName(QStringLiteral("DBComboManagement"));
     m_ComboYear->setObjectName(QStringLiteral("ComboYear"));
@@ -118,12 +121,29 @@ EventEditorWindow::EventEditorWindow(const EventMember& member, QWidget* parent)
         // so that the arrow keys go on moving from cell to cell; F4 hands
         // the keyboard to it.
         auto* popup = new QListWidget(this);
-        popup->setObjectName(QStringLiteral("List%1").arg(list + 1));
+        popup->setObjectName(member.lists[size_t(list)].control);
         popup->setFrameShape(QFrame::Box);
         popup->hide();
         popup->installEventFilter(this);
         m_lists.push_back(popup);
     }
+    if (member.listFrom(ListSource::CropStages) >= 0) {
+        m_lblCrop = new QLabel(tr("Crop"), this);
+        m_ComboCrop = new QComboBox(this);
+        m_ComboCrop->setObjectName(QStringLiteral("ComboCrop"));
+        m_ComboCrop->setToolTip(tr("Crops defined in the Cultivar/crop section."));
+        m_ComboCrop->setMinimumWidth(160);
+    }
+    if (!member.levelPage.empty())
+        m_levelPage = new LevelPageWidget(
+            member.levelPage,
+            [this](int field, const QString& text) {
+                return m_editor.LevelPage_Validate(field, text);
+            },
+            [this](int field, const QString& description) {
+                m_editor.LevelPage_Click(field, description);
+            },
+            this);
     buildLayout();
     connectWidgets();
 }
@@ -170,8 +190,15 @@ void EventEditorWindow::buildLayout()
     details->addWidget(m_lblYear, 2, 0);
     details->addWidget(m_ComboYear, 2, 1);
     details->addWidget(m_txtYear, 2, 2);
+    int row = 3;
+    if (m_ComboCrop) {
+        details->addWidget(m_lblCrop, row, 0);
+        details->addWidget(m_ComboCrop, row++, 1, 1, 2);
+    }
+    if (m_levelPage)
+        details->addWidget(m_levelPage, row++, 0, 1, 4);
     details->setColumnStretch(3, 1);
-    details->setRowStretch(3, 1);
+    details->setRowStretch(row, 1);
 
     auto* top = new QHBoxLayout;
     top->addLayout(levels, 2);
@@ -195,15 +222,18 @@ void EventEditorWindow::buildLayout()
 
 void EventEditorWindow::connectWidgets()
 {
-    connect(m_cmdAdd1, &QPushButton::clicked, this, [this] { m_editor.cmdAdd1_Click(); });
-    connect(m_cmdDelete1, &QPushButton::clicked, this, [this] { m_editor.cmdDelete1_Click(); });
-    connect(m_cmdAdd2, &QPushButton::clicked, this, [this] { m_editor.cmdAdd2_Click(); });
-    connect(m_cmdDelete2, &QPushButton::clicked, this, [this] { m_editor.cmdDelete2_Click(); });
-    connect(m_cmdOK, &QPushButton::clicked, this, [this] { m_editor.cmdOK_Click(); });
-    connect(m_cmdCancel, &QPushButton::clicked, this, [this] { m_editor.cmdCancel_Click(); });
+    // The buttons run as their keys do.
+    const std::pair<QPushButton*, Key> buttons[] = { { m_cmdAdd1, Key::AddLevel },
+        { m_cmdDelete1, Key::DeleteLevel }, { m_cmdAdd2, Key::AddEvent },
+        { m_cmdDelete2, Key::DeleteEvent }, { m_cmdOK, Key::OK }, { m_cmdCancel, Key::Cancel } };
+    for (const auto& [b, key] : buttons)
+        connect(b, &QPushButton::clicked, this, [this, key = key] { keyCommand(key); });
     connect(m_DBComboManagement, &QComboBox::activated, this, [this](int index) {
         m_editor.DBComboManagement_Click(m_DBComboManagement->itemText(index));
     });
+    if (m_ComboCrop)
+        connect(m_ComboCrop, &QComboBox::currentTextChanged, this,
+            [this](const QString& crop) { m_editor.ComboCrop_Change(crop); });
     connect(m_DBGrid1->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] {
         if (!m_moving)
             m_editor.DBGrid1_RowColChange();
@@ -300,6 +330,10 @@ bool EventEditorWindow::eventFilter(QObject* watched, QEvent* event)
 
 void EventEditorWindow::keyCommand(Key key)
 {
+    // A box of the level page is checked before anything else runs; its
+    // refusal keeps the focus there. Cancel drops its text anyway.
+    if (m_levelPage && key != Key::Cancel && key != Key::Escape && !m_levelPage->settle())
+        return;
     static const std::map<Key, void (EventEditor::*)()> routines
         = { { Key::OK, &EventEditor::cmdOK_Click }, { Key::Cancel, &EventEditor::cmdCancel_Click },
               { Key::Escape, &EventEditor::escapePressed },
@@ -512,6 +546,27 @@ void EventEditorWindow::hideLists()
         QSignalBlocker blocker(list);
         list->hide();
     }
+}
+
+void EventEditorWindow::setCrops(const QStringList& crops)
+{
+    if (!m_ComboCrop)
+        return;
+    QSignalBlocker blocker(m_ComboCrop);
+    m_ComboCrop->clear();
+    m_ComboCrop->addItems(crops);
+}
+
+void EventEditorWindow::setLevelPageChoices(int field, const QStringList& descriptions)
+{
+    if (m_levelPage)
+        m_levelPage->setChoices(field, descriptions);
+}
+
+void EventEditorWindow::showLevelPage(const QStringList& texts)
+{
+    if (m_levelPage)
+        m_levelPage->showTexts(texts);
 }
 
 void EventEditorWindow::setDeleteEnabled(bool levelButton, bool eventButton)

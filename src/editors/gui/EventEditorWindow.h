@@ -18,6 +18,7 @@ class QTableView;
 namespace quillon {
 
 class GridDelegate;
+class LevelPageWidget;
 
 // The window of the event-editor frame: the level grid DBGrid1 and the
 // event grid DBGrid2 over their record sources, the management and year
@@ -54,6 +55,9 @@ public:
     void showList(int list, const QString& selected) override;
     void hideLists() override;
     void setDeleteEnabled(bool levelButton, bool eventButton) override;
+    void setCrops(const QStringList& crops) override;
+    void setLevelPageChoices(int field, const QStringList& descriptions) override;
+    void showLevelPage(const QStringList& texts) override;
     void closeWindow() override { closeFromEditor(); }
 
 protected:
@@ -84,6 +88,12 @@ private:
     QLabel* m_lblYear;
     QComboBox* m_ComboYear;
     QLineEdit* m_txtYear;
+    // Harvest's crop, whose stages the stage list offers; null for the
+    // others.
+    QLabel* m_lblCrop = nullptr;
+    QComboBox* m_ComboCrop = nullptr;
+    // The level page; null for a member without one.
+    LevelPageWidget* m_levelPage = nullptr;
     QPushButton* m_cmdAdd1;
     QPushButton* m_cmdDelete1;
     QPushButton* m_cmdAdd2;

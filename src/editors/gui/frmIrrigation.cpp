@@ -1,0 +1,10 @@
+#include "editors/gui/frmIrrigation.h"
+
+namespace quillon {
+
+frmIrrigation::frmIrrigation(QWidget* parent)
+    : EventEditorWindow(*editors::eventMember(QStringLiteral("frmIrrigation")), parent)
+{
+}
+
+} // namespace quillon
