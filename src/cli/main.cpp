@@ -5,6 +5,7 @@
 #include "app/AppState.h"
 #include "app/OpenExperiment.h"
 #include "cli/ConsoleUserInterface.h"
+#include "database/WorkDBCheck.h"
 #include "database/WorkDatabase.h"
 #include "format/FileWriter.h"
 #include "format/WriteFile.h"
@@ -113,7 +114,7 @@ QString defaultSuite()
 } // namespace
 
 int main(int argc, char* argv[])
-{
+try {
     QCoreApplication app(argc, argv);
     Options options;
     QString error;
@@ -149,6 +150,8 @@ int main(int argc, char* argv[])
         try {
             openExperiment(path);
         } catch (const cli::ProgramEnded&) {
+            if (database::workDBDamageReported())
+                throw;
             ++failures;
             continue;
         }
@@ -175,4 +178,12 @@ int main(int argc, char* argv[])
     if (options.command == QLatin1String("check"))
         return failures > 0 ? ExitUsage : withFindings > 0 ? 1 : 0;
     return failures > 0 ? 1 : 0;
+} catch (const cli::ProgramEnded&) {
+    // A damaged working database spoils every file after it: the run stops
+    // and says which file to delete.
+    if (database::workDBDamageReported())
+        std::fprintf(stderr,
+            "quillon-cli: the working database %s is damaged: delete it and run again\n",
+            qPrintable(state().WorkDBPath));
+    return ExitUsage;
 }

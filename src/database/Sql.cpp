@@ -1,5 +1,7 @@
 #include "database/Sql.h"
 
+#include "database/WorkDBCheck.h"
+
 #include <QHash>
 #include <QRegularExpression>
 #include <QSqlError>
@@ -61,6 +63,10 @@ int connectionGeneration() { return g_generation; }
 
 RuntimeError classify(const QSqlError& error)
 {
+    // A damaged file can't be worked on: whichever routine meets it, the
+    // user is told that the working database is the culprit.
+    if (isDamage(error))
+        reportDamagedWorkDB();
     QString text = error.databaseText();
     if (text.isEmpty())
         text = error.text();

@@ -23,7 +23,8 @@ int connectionGeneration();
 
 // Maps an error of the database layer to the program's classes of failure:
 // a duplicate key gives DuplicateKey, a refused rule its own number and its
-// own message text, and so on.
+// own message text, and so on. An error that says the file is damaged
+// doesn't return: it is reported as reportDamagedWorkDB() does.
 RuntimeError classify(const QSqlError& error);
 
 // Runs a statement with positional parameters ("?"); throws RuntimeError.

@@ -3,6 +3,8 @@
 #include <QString>
 #include <QStringList>
 
+class QSqlError;
+
 namespace quillon::database {
 
 // Opens the working database at state().WorkDBPath, building its schema
@@ -24,8 +26,9 @@ const QStringList& cleanDataBaseTables();
 const QStringList& cleanDataBasePartiallyTables();
 
 // Opens the file at `path` as the working database without building
-// anything. Returns false when the file can't be opened.
-bool openWorkDB(const QString& path);
+// anything. Returns false when the file can't be opened or holds no
+// database, with the reason in `error` when one is given.
+bool openWorkDB(const QString& path, QSqlError* error = nullptr);
 // Closes the working database if it is open.
 void closeWorkDB();
 bool isWorkDBOpen();
