@@ -6,8 +6,9 @@
 //      process's peak memory;
 //   c) quillon-cli view and check over 1,000 sample-size files in one process.
 //
-//   bench_experiment_file [--keep DIR] [a] [b] [c]
-// --keep leaves the generated files in DIR; naming parts runs only those.
+//   bench_experiment_file [--keep DIR] [--cli PATH] [a] [b] [c]
+// --keep leaves the generated files in DIR; --cli times another quillon-cli
+// (an earlier build, say); naming parts runs only those.
 
 #include "app/AppState.h"
 #include "app/OpenExperiment.h"
@@ -41,6 +42,7 @@ using namespace quillon;
 namespace {
 
 const QString suiteDir = QStringLiteral(QUILLON_SAMPLE_SUITE_DIR);
+QString cliPath = QStringLiteral(QUILLON_CLI);
 
 class QuietUserInterface final : public UserInterface {
 public:
@@ -326,8 +328,7 @@ void cliBatch(const QString& folder)
         cli.setStandardErrorFile(QProcess::nullDevice());
         QElapsedTimer t;
         t.start();
-        cli.start(
-            QStringLiteral(QUILLON_CLI), QStringList { command } + files + extra);
+        cli.start(cliPath, QStringList { command } + files + extra);
         cli.waitForFinished(-1);
         const double seconds = t.nsecsElapsed() / 1e9;
         return std::make_pair(seconds, cli.exitCode());
@@ -358,6 +359,10 @@ int main(int argc, char* argv[])
     if (parts.size() > 1 && parts.first() == QLatin1String("--keep")) {
         folder = parts.at(1);
         QDir().mkpath(folder);
+        parts = parts.mid(2);
+    }
+    if (parts.size() > 1 && parts.first() == QLatin1String("--cli")) {
+        cliPath = parts.at(1);
         parts = parts.mid(2);
     }
     if (parts.isEmpty())
