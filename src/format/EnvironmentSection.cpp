@@ -45,6 +45,7 @@ const Variable Variables[] = {
 
 // An adjustment: a blank column stores nothing; a negative value is stored
 // as NULL and, unless it is exactly -99, marks the file as holding one.
+// Otherwise the leading number is stored ("2C" is 2, text alone 0).
 QVariant adjustmentCell(const QString& line, int test, int start)
 {
     if (line.size() <= test)
@@ -58,7 +59,7 @@ QVariant adjustmentCell(const QString& line, int test, int start)
             state().NegativeEnvValue = true;
         return {};
     }
-    return t;
+    return value;
 }
 
 // A factor and its adjustment as written: a pair without both parts is an
