@@ -10,7 +10,10 @@
 #include "reference/Profile.h"
 #include "reference/SuiteFiles.h"
 
+#include <QFile>
+
 #include <algorithm>
+#include <filesystem>
 #include <vector>
 
 namespace quillon::reference {
@@ -42,7 +45,101 @@ bool namesSoil(const QString& line, const QString& code)
     return true;
 }
 
-void addProfiles(const QString& fileName, int number, const QStringList& lines)
+void tellRepeatedId(const QString& code)
+{
+    msgBox(QStringLiteral("Soil ID is not unique. Soil") + QStringLiteral(" '") + code
+            + QStringLiteral("' is read once."),
+        MsgButtons::OK, MsgIcon::None, QStringLiteral("Error"));
+}
+
+// The soil files of the folder as the file system describes them: names,
+// sizes and modification times. An equal stamp means that no soil file was
+// added, removed or written since.
+struct FolderStamp {
+    QString folder;
+    QStringList names;
+    std::vector<std::pair<qint64, qint64>> sizesAndTimes;
+    bool operator==(const FolderStamp& other) const
+    {
+        return folder == other.folder && names == other.names
+            && sizesAndTimes == other.sizesAndTimes;
+    }
+};
+
+FolderStamp stampOf(const QString& folder, const QStringList& names)
+{
+    FolderStamp stamp { folder, names, {} };
+    for (const QString& name : names) {
+        // Nanoseconds, so that a file written twice within a second counts
+        // as changed.
+        std::error_code error;
+        const std::filesystem::path file = QFile::encodeName(joinPath(folder, name)).toStdString();
+        const auto size = std::filesystem::file_size(file, error);
+        const auto time = std::filesystem::last_write_time(file, error);
+        stamp.sizesAndTimes.emplace_back(
+            error ? -1 : qint64(size), qint64(time.time_since_epoch().count()));
+    }
+    return stamp;
+}
+
+// What the last reading of the soil files found: an Open with the folder
+// unchanged replays it instead of reading every soil file again. The rows
+// are kept in a temporary table of the connection, which the next Open
+// copies back with one statement.
+struct LastReading {
+    FolderStamp stamp;
+    QStringList lines;
+    QStringList repeatedIds; // in the order they were told
+    int rows = 0;
+    int generation = -1; // the opening of the database the kept rows live in
+};
+
+LastReading& lastReading()
+{
+    static LastReading reading;
+    return reading;
+}
+
+// The number of kept rows, or -1 when the table isn't there (a transaction
+// that made it was rolled back).
+int keptRowCount()
+{
+    try {
+        return database::scalar(QStringLiteral("SELECT COUNT(*) FROM temp.SoilLookupKept")).toInt();
+    } catch (const RuntimeError&) {
+        return -1;
+    }
+}
+
+void keepReading(const FolderStamp& stamp, const QStringList& repeatedIds)
+{
+    database::exec(QStringLiteral("DROP TABLE IF EXISTS temp.SoilLookupKept"));
+    database::exec(
+        QStringLiteral("CREATE TEMP TABLE SoilLookupKept AS SELECT * FROM main.SoilLookup"));
+    lastReading()
+        = { stamp, SoilLines(), repeatedIds, keptRowCount(), database::connectionGeneration() };
+}
+
+// Replays the last reading when the folder is as it was then, SoilLookup is
+// empty as a reading finds it, and the kept rows are all there: the same
+// rows, the same lines, the same messages in the same order.
+bool replayReading(const FolderStamp& stamp)
+{
+    const LastReading& last = lastReading();
+    if (last.generation != database::connectionGeneration() || !(last.stamp == stamp)
+        || database::rowCount(QStringLiteral("SoilLookup")) != 0 || keptRowCount() != last.rows)
+        return false;
+    database::exec(QStringLiteral("INSERT INTO main.SoilLookup SELECT * FROM temp.SoilLookupKept"));
+    SoilLines() = last.lines;
+    for (const QString& code : last.repeatedIds)
+        tellRepeatedId(code);
+    return true;
+}
+
+// Adds the profiles of one soil file; the identifiers already listed are
+// told and added to `repeatedIds`.
+void addProfiles(
+    const QString& fileName, int number, const QStringList& lines, QStringList& repeatedIds)
 {
     QStringList& soilLines = SoilLines();
     std::vector<int> headers;
@@ -71,9 +168,8 @@ void addProfiles(const QString& fileName, int number, const QStringList& lines)
         } catch (const RuntimeError& e) {
             if (e.number() != err::DuplicateKey)
                 throw;
-            msgBox(QStringLiteral("Soil ID is not unique. Soil") + QStringLiteral(" '") + code
-                    + QStringLiteral("' is read once."),
-                MsgButtons::OK, MsgIcon::None, QStringLiteral("Error"));
+            tellRepeatedId(code);
+            repeatedIds << code;
         }
     }
 }
@@ -95,12 +191,19 @@ QStringList& SoilLines()
 void CreateSoilLookup()
 {
     SoilFolder() = requiredProfileLocation("SLD", QStringLiteral("Cannot locate Soil files."));
-    SoilLines().clear();
 
     database::Transaction transaction;
     const QString folder = locationFolder(SoilFolder());
+    const QStringList names = listMatching(folder, QStringLiteral("*.sol"));
+    const FolderStamp stamp = stampOf(folder, names);
+    if (replayReading(stamp)) {
+        transaction.commit();
+        return;
+    }
+    SoilLines().clear();
+    QStringList repeatedIds;
     int number = 1;
-    for (const QString& name : listMatching(folder, QStringLiteral("*.sol"))) {
+    for (const QString& name : names) {
         // SOIL.SOL and the two-letter files only; SOIL.SOL is always number
         // 1, and a file after it counts on from there.
         const bool general = name.compare(QLatin1String("SOIL.SOL"), Qt::CaseInsensitive) == 0;
@@ -117,13 +220,14 @@ void CreateSoilLookup()
             endProgram();
         }
         try {
-            addProfiles(name, number, lines);
+            addProfiles(name, number, lines, repeatedIds);
         } catch (const RuntimeError& e) {
             msgBox(QStringLiteral("Invalid information in file  ") + path + QStringLiteral(". ")
                 + e.text());
             endProgram();
         }
     }
+    keepReading(stamp, repeatedIds);
     transaction.commit();
 }
 

@@ -17,7 +17,10 @@ QStringList& SoilLines();
 // Lists the profiles of SOIL.SOL and the two-letter soil files ("AB.SOL") of
 // the soil folder in SoilLookup and keeps their lines in SoilLines. No SLD
 // row, or a soil file that can't be opened or read, ends the program; a
-// soil identifier found twice is told to the user and read once.
+// soil identifier found twice is told to the user and read once. When no
+// soil file was added, removed or written since the last call on the same
+// open database, the rows, lines and messages of that call are given again
+// without reading the files.
 void CreateSoilLookup();
 
 // Fills SoilData with the layers of the soil `code` as SoilLines holds
