@@ -50,7 +50,11 @@ void dropDamagedWorkDatabase(const QString& unreadableMessage)
 void clearLastDocument()
 {
     validation::DeleteRelations();
-    database::CleanDataBase_Partially();
+    // The soil listing stays when the soil files are as it found them: the
+    // soil lookup below gives the same rows back without refilling the table.
+    database::CleanDataBase_Partially(reference::SoilLookupStands()
+            ? QStringList { QStringLiteral("SoilLookup") }
+            : QStringList());
     reference::CreateSIMLookUp();
     reference::CreateSoilLookup();
 }

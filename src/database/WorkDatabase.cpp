@@ -36,11 +36,13 @@ void createTable(const TableDef& table)
     installFieldChecks(table);
 }
 
-// Runs "Delete * From" over the list; the first failure is reported with the
-// tail and ends the list.
-void deleteAll(const QStringList& tables, const QString& tail)
+// Runs "Delete * From" over the list, but for the tables in `keep`; the
+// first failure is reported with the tail and ends the list.
+void deleteAll(const QStringList& tables, const QString& tail, const QStringList& keep = {})
 {
     for (const QString& table : tables) {
+        if (keep.contains(table, Qt::CaseInsensitive))
+            continue;
         const RuntimeError e = tryExec(QStringLiteral("DELETE FROM [%1]").arg(table));
         if (e.number() != 0) {
             reportError(e.text(), tail);
@@ -95,9 +97,10 @@ const QStringList& cleanDataBasePartiallyTables()
 
 void CleanDataBase() { deleteAll(cleanDataBaseTables(), QStringLiteral(" in CleanDatabase/frmMain.")); }
 
-void CleanDataBase_Partially()
+void CleanDataBase_Partially(const QStringList& keep)
 {
-    deleteAll(cleanDataBasePartiallyTables(), QStringLiteral(" in CleanDataBase_Partially/frmMain."));
+    deleteAll(cleanDataBasePartiallyTables(),
+        QStringLiteral(" in CleanDataBase_Partially/frmMain."), keep);
 }
 
 bool openWorkDB(const QString& path, QSqlError* error)

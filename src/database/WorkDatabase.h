@@ -19,7 +19,9 @@ void CleanDataBase();
 
 // Empties the experiment tables and those that depend on the current file,
 // and keeps the lookups that don't (" in CleanDataBase_Partially/frmMain.").
-void CleanDataBase_Partially();
+// Tables named in `keep` are left as they are: the caller knows that they
+// already hold what would be put back into them.
+void CleanDataBase_Partially(const QStringList& keep = {});
 
 // The tables each routine empties, in its order.
 const QStringList& cleanDataBaseTables();

@@ -8,12 +8,10 @@
 #include "format/TextLines.h"
 #include "reference/LookupText.h"
 #include "reference/Profile.h"
+#include "reference/SoilListing.h"
 #include "reference/SuiteFiles.h"
 
-#include <QFile>
-
 #include <algorithm>
-#include <filesystem>
 #include <vector>
 
 namespace quillon::reference {
@@ -52,88 +50,11 @@ void tellRepeatedId(const QString& code)
         MsgButtons::OK, MsgIcon::None, QStringLiteral("Error"));
 }
 
-// The soil files of the folder as the file system describes them: names,
-// sizes and modification times. An equal stamp means that no soil file was
-// added, removed or written since.
-struct FolderStamp {
-    QString folder;
-    QStringList names;
-    std::vector<std::pair<qint64, qint64>> sizesAndTimes;
-    bool operator==(const FolderStamp& other) const
-    {
-        return folder == other.folder && names == other.names
-            && sizesAndTimes == other.sizesAndTimes;
-    }
-};
-
-FolderStamp stampOf(const QString& folder, const QStringList& names)
+// The soil folder of a profile location and its soil files as they stand.
+SoilFolderStamp stampOfLocation(const QString& location)
 {
-    FolderStamp stamp { folder, names, {} };
-    for (const QString& name : names) {
-        // Nanoseconds, so that a file written twice within a second counts
-        // as changed.
-        std::error_code error;
-        const std::filesystem::path file = QFile::encodeName(joinPath(folder, name)).toStdString();
-        const auto size = std::filesystem::file_size(file, error);
-        const auto time = std::filesystem::last_write_time(file, error);
-        stamp.sizesAndTimes.emplace_back(
-            error ? -1 : qint64(size), qint64(time.time_since_epoch().count()));
-    }
-    return stamp;
-}
-
-// What the last reading of the soil files found: an Open with the folder
-// unchanged replays it instead of reading every soil file again. The rows
-// are kept in a temporary table of the connection, which the next Open
-// copies back with one statement.
-struct LastReading {
-    FolderStamp stamp;
-    QStringList lines;
-    QStringList repeatedIds; // in the order they were told
-    int rows = 0;
-    int generation = -1; // the opening of the database the kept rows live in
-};
-
-LastReading& lastReading()
-{
-    static LastReading reading;
-    return reading;
-}
-
-// The number of kept rows, or -1 when the table isn't there (a transaction
-// that made it was rolled back).
-int keptRowCount()
-{
-    try {
-        return database::scalar(QStringLiteral("SELECT COUNT(*) FROM temp.SoilLookupKept")).toInt();
-    } catch (const RuntimeError&) {
-        return -1;
-    }
-}
-
-void keepReading(const FolderStamp& stamp, const QStringList& repeatedIds)
-{
-    database::exec(QStringLiteral("DROP TABLE IF EXISTS temp.SoilLookupKept"));
-    database::exec(
-        QStringLiteral("CREATE TEMP TABLE SoilLookupKept AS SELECT * FROM main.SoilLookup"));
-    lastReading()
-        = { stamp, SoilLines(), repeatedIds, keptRowCount(), database::connectionGeneration() };
-}
-
-// Replays the last reading when the folder is as it was then, SoilLookup is
-// empty as a reading finds it, and the kept rows are all there: the same
-// rows, the same lines, the same messages in the same order.
-bool replayReading(const FolderStamp& stamp)
-{
-    const LastReading& last = lastReading();
-    if (last.generation != database::connectionGeneration() || !(last.stamp == stamp)
-        || database::rowCount(QStringLiteral("SoilLookup")) != 0 || keptRowCount() != last.rows)
-        return false;
-    database::exec(QStringLiteral("INSERT INTO main.SoilLookup SELECT * FROM temp.SoilLookupKept"));
-    SoilLines() = last.lines;
-    for (const QString& code : last.repeatedIds)
-        tellRepeatedId(code);
-    return true;
+    const QString folder = locationFolder(location);
+    return soilFolderStamp(folder, listMatching(folder, QStringLiteral("*.sol")));
 }
 
 // Adds the profiles of one soil file; the identifiers already listed are
@@ -188,22 +109,44 @@ QStringList& SoilLines()
     return lines;
 }
 
+bool SoilLookupStands()
+{
+    const QVariant location = database::scalar(
+        QStringLiteral("SELECT Path FROM TERVAPRO WHERE CODE = 'SLD' ORDER BY rowid"));
+    return !location.isNull()
+        && soilReadingKeptFor(stampOfLocation(locationText(location.toString())))
+        && keptSoilRowsStand();
+}
+
 void CreateSoilLookup()
 {
     SoilFolder() = requiredProfileLocation("SLD", QStringLiteral("Cannot locate Soil files."));
 
     database::Transaction transaction;
-    const QString folder = locationFolder(SoilFolder());
-    const QStringList names = listMatching(folder, QStringLiteral("*.sol"));
-    const FolderStamp stamp = stampOf(folder, names);
-    if (replayReading(stamp)) {
+    const SoilFolderStamp stamp = stampOfLocation(SoilFolder());
+    const bool rowsStand = keptSoilRowsStand();
+    if (soilReadingKeptFor(stamp)
+        && (rowsStand || database::rowCount(QStringLiteral("SoilLookup")) == 0)) {
+        // The folder is as the last reading found it: its rows, lines and
+        // messages again.
+        if (!rowsStand)
+            restoreKeptSoilRows();
+        SoilLines() = keptSoilLines();
+        for (const QString& code : keptRepeatedSoilIds())
+            tellRepeatedId(code);
         transaction.commit();
         return;
     }
+    // Rows left in place for a listing that no longer holds go, as the
+    // document's cleaning would have taken them.
+    if (rowsStand)
+        database::exec(QStringLiteral("DELETE FROM SoilLookup"));
+    const bool fromEmpty = database::rowCount(QStringLiteral("SoilLookup")) == 0;
+
     SoilLines().clear();
     QStringList repeatedIds;
     int number = 1;
-    for (const QString& name : names) {
+    for (const QString& name : stamp.names) {
         // SOIL.SOL and the two-letter files only; SOIL.SOL is always number
         // 1, and a file after it counts on from there.
         const bool general = name.compare(QLatin1String("SOIL.SOL"), Qt::CaseInsensitive) == 0;
@@ -211,7 +154,7 @@ void CreateSoilLookup()
             continue;
         number = general ? 1 : number + 1;
 
-        const QString path = joinPath(folder, name);
+        const QString path = joinPath(stamp.folder, name);
         QStringList lines;
         try {
             lines = readSuiteLines(path);
@@ -227,7 +170,11 @@ void CreateSoilLookup()
             endProgram();
         }
     }
-    keepReading(stamp, repeatedIds);
+    // Only a reading into the empty table can be given again as it was.
+    if (fromEmpty)
+        keepSoilReading(stamp, SoilLines(), repeatedIds);
+    else
+        forgetSoilReading();
     transaction.commit();
 }
 

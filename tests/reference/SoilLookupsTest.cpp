@@ -82,10 +82,15 @@ TEST_F(SoilLookupsTest, EveryListingGivesTheSameRowsAndMessagesUntilASoilFileCha
         + soilProfile(QStringLiteral("IBGN000001"), QStringLiteral("Again"), {})
         + soilProfile(QStringLiteral("IBAB000001"), QStringLiteral("Alpha"), {});
     write(QStringLiteral("SOIL/AB.SOL"), shared);
-    const auto listing = [this] {
+    // As every Open after the first: the table is emptied (as a Close does),
+    // or kept when it stands, then listed.
+    bool close = true;
+    const auto listing = [this, &close] {
         m_ui.clear();
-        // As every Open after the first: the table is emptied, then listed.
-        database::CleanDataBase_Partially();
+        database::CleanDataBase_Partially(!close && SoilLookupStands()
+                ? QStringList { QStringLiteral("SoilLookup") }
+                : QStringList());
+        close = !close;
         CreateSoilLookup();
         return QStringList { rowsOf(QStringLiteral("SELECT * FROM SoilLookup ORDER BY rowid"))
                                  .join(QLatin1Char(';')),
@@ -97,6 +102,13 @@ TEST_F(SoilLookupsTest, EveryListingGivesTheSameRowsAndMessagesUntilASoilFileCha
         (QStringList { QStringLiteral("Soil ID is not unique. Soil 'SOILS: Gen' is read once."),
             QStringLiteral("Soil ID is not unique. Soil 'IBGN000001' is read once.") }));
     EXPECT_EQ(listing(), first);
+    EXPECT_EQ(listing(), first);
+    EXPECT_TRUE(SoilLookupStands());
+
+    // A row changed behind the listing's back: the table no longer stands.
+    database::exec(
+        QStringLiteral("UPDATE SoilLookup SET Description = 'x' WHERE Code = 'IBAB000001'"));
+    EXPECT_FALSE(SoilLookupStands());
     EXPECT_EQ(listing(), first);
 
     // A soil file written with a new profile is read again.
