@@ -159,11 +159,12 @@ QString roundedOr99(const QVariant& value, int digits)
 
 bool writeNamedEvents(FileWriter& w, const NamedEventTables& tables, const QString& title,
     const QString& header, QString (*find)(const QVariant&),
-    const std::function<QString(const QSqlQuery&)>& cells)
+    const std::function<QString(const database::Rows&)>& cells)
 {
     const QString table = QLatin1String(tables.events);
     const QString levelField = QLatin1String(tables.levelColumn);
-    QSqlQuery q = database::select(QStringLiteral("SELECT * FROM [%1] ORDER BY [%2], rowid").arg(table, levelField));
+    database::Rows q(
+        QStringLiteral("SELECT * FROM [%1] ORDER BY [%2], rowid").arg(table, levelField));
     if (!q.next())
         return false;
     w.line();

@@ -114,6 +114,6 @@ private:
 // a level. The comments behind the block are the caller's.
 bool writeNamedEvents(FileWriter& w, const NamedEventTables& tables, const QString& title,
     const QString& header, QString (*find)(const QVariant&),
-    const std::function<QString(const QSqlQuery&)>& cells);
+    const std::function<QString(const database::Rows&)>& cells);
 
 } // namespace quillon::format::events
