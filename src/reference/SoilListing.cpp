@@ -6,6 +6,10 @@
 #include <QFile>
 
 #include <filesystem>
+
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
 #include <tuple>
 
 namespace quillon::reference {
@@ -84,14 +88,22 @@ SoilFolderStamp soilFolderStamp(const QString& folder, const QStringList& names)
 {
     SoilFolderStamp stamp { folder, names, {} };
     for (const QString& name : names) {
-        // Nanoseconds, so that a file written twice within a second counts
-        // as changed.
+        // One look at each file; the time to the nanosecond, so that a file
+        // written twice within a second counts as changed.
+        const QByteArray path = QFile::encodeName(joinPath(folder, name));
+#ifdef Q_OS_UNIX
+        struct stat info;
+        const bool found = ::stat(path.constData(), &info) == 0;
+        stamp.sizesAndTimes.emplace_back(found ? qint64(info.st_size) : -1,
+            found ? qint64(info.st_mtim.tv_sec) * 1000000000 + info.st_mtim.tv_nsec : 0);
+#else
         std::error_code error;
-        const std::filesystem::path file = QFile::encodeName(joinPath(folder, name)).toStdString();
+        const std::filesystem::path file = path.toStdString();
         const auto size = std::filesystem::file_size(file, error);
         const auto time = std::filesystem::last_write_time(file, error);
         stamp.sizesAndTimes.emplace_back(
             error ? -1 : qint64(size), qint64(time.time_since_epoch().count()));
+#endif
     }
     return stamp;
 }
