@@ -54,6 +54,8 @@ public:
     QVariant value(const QString& column) const;
     int columnCount() const { return m_record.count(); }
     QString columnName(int column) const { return m_record.fieldName(column); }
+    // The current row with its values.
+    QSqlRecord record() const { return m_query.record(); }
     const QSqlQuery& query() const { return m_query; }
 
 private:

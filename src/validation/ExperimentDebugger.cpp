@@ -34,7 +34,7 @@ const QString noWeatherYear = QStringLiteral(
 QList<QSqlRecord> allRows(const QString& sql, const QVariantList& params = {})
 {
     QList<QSqlRecord> rows;
-    QSqlQuery q = select(sql, params);
+    database::Rows q(sql, params);
     while (q.next())
         rows << q.record();
     return rows;
@@ -50,7 +50,7 @@ QList<QSqlRecord> treatments()
 // the engine's "No current record." failure.
 QSqlRecord currentRow(const QString& sql, const QVariant& key)
 {
-    QSqlQuery q = select(sql, { key });
+    database::Rows q(sql, { key });
     if (!q.next())
         throw RuntimeError(err::NoCurrentRecord, noCurrentRecord);
     return q.record();
@@ -58,8 +58,28 @@ QSqlRecord currentRow(const QString& sql, const QVariant& key)
 
 bool hasRow(const QString& sql, const QVariantList& params)
 {
-    return select(sql, params).next();
+    return database::Rows(sql, params).next();
 }
+
+// hasRow() of a check that changes none of the tables it asks: each
+// question is put to the database once.
+class KnownRows {
+public:
+    bool has(const QString& sql, const QVariantList& params)
+    {
+        QString key = sql;
+        for (const QVariant& param : params)
+            key += QLatin1Char('|') + param.toString() + QLatin1Char('|')
+                + QString::number(param.typeId());
+        auto found = m_known.find(key);
+        if (found == m_known.end())
+            found = m_known.emplace(key, hasRow(sql, params)).first;
+        return found->second;
+    }
+
+private:
+    std::map<QString, bool> m_known;
+};
 
 // A date code through TheDate, as a date. TheDate takes the last three
 // digits as an offset, so the date is a day late: the planting check
@@ -214,7 +234,7 @@ QVariantList datesOf(
     const char* table, const char* levelColumn, const char* dateColumn, const QVariant& level)
 {
     QVariantList dates;
-    QSqlQuery q = select(
+    database::Rows q(
         QStringLiteral("SELECT %1 FROM %2 WHERE %3 = ?")
             .arg(QLatin1String(dateColumn), QLatin1String(table), QLatin1String(levelColumn)),
         { level });
@@ -283,6 +303,7 @@ void CheckWeatherFileExistence(Findings& findings)
         // Each station's files are looked up in one folder listing.
         reference::ListingCache listings;
         const StatedYearsPass years;
+        KnownRows weatherRows;
         // "Drop Table [Years]" and the table made anew.
         database::remakeTable(QStringLiteral("Years"),
             QStringLiteral("Create Table [Years] (LNFLD Integer,") + QStringLiteral(" Year Integer)"));
@@ -307,7 +328,7 @@ void CheckWeatherFileExistence(Findings& findings)
             const QString sql = QStringLiteral(
                 "Select * From [TotalWeatherLookup] Where [CODE] = ? And [%1] = 'X'")
                                     .arg(markColumn(kind));
-            if (!hasRow(sql, { code })) {
+            if (!weatherRows.has(sql, { code })) {
                 findings.add(treatment.value(QStringLiteral("TRTNO")), QStringLiteral("/Fields: "),
                     QStringLiteral("Weather file") + QLatin1Char(' ') + code + QLatin1Char('.')
                         + fileExtension(kind) + QLatin1Char('.')
@@ -428,6 +449,7 @@ void CheckAllYears(Findings& findings)
 {
     try {
         LevelDates levelDates;
+        KnownRows weatherYears;
         for (const QSqlRecord& treatment : treatments()) {
             const QVariant trtno = treatment.value(QStringLiteral("TRTNO"));
             const QVariant fieldLevel = treatment.value(QStringLiteral("LNFLD"));
@@ -453,7 +475,8 @@ void CheckAllYears(Findings& findings)
                         continue;
                     }
                     const int year = codeDate(date).year();
-                    if (!hasRow(QStringLiteral("Select * From Years Where LNFLD = ? And Year = ?"),
+                    if (!weatherYears.has(
+                            QStringLiteral("Select * From Years Where LNFLD = ? And Year = ?"),
                             { fieldLevel, year }))
                         findings.add(trtno, QLatin1String(factor.part),
                             noWeatherYear + fieldLevel.toString());
