@@ -166,29 +166,47 @@ std::optional<QString> yearInFile(const QString& path)
     return std::nullopt;
 }
 
-// While a weather check runs, the years its files state are remembered:
-// treatments that share a field read the field's files once.
-std::map<QString, std::optional<QString>>* statedYears = nullptr;
+// While a weather check runs, the weather codes of each station and the
+// years its files state are remembered: treatments that share a field look
+// up the field's files once.
+struct WeatherPassMemory {
+    std::map<QString, std::optional<QString>> statedYears;
+    std::map<QString, QStringList> stationCodes;
+};
+WeatherPassMemory* weatherPass = nullptr;
 
-class StatedYearsPass {
+class WeatherPass {
 public:
-    StatedYearsPass() { statedYears = &m_years; }
-    ~StatedYearsPass() { statedYears = nullptr; }
-    StatedYearsPass(const StatedYearsPass&) = delete;
-    StatedYearsPass& operator=(const StatedYearsPass&) = delete;
+    WeatherPass() { weatherPass = &m_memory; }
+    ~WeatherPass() { weatherPass = nullptr; }
+    WeatherPass(const WeatherPass&) = delete;
+    WeatherPass& operator=(const WeatherPass&) = delete;
 
 private:
-    std::map<QString, std::optional<QString>> m_years;
+    WeatherPassMemory m_memory;
 };
 
 // yearInFile(), read once a pass; a file that fails is read again.
 std::optional<QString> statedYear(const QString& path)
 {
-    if (!statedYears)
+    if (!weatherPass)
         return yearInFile(path);
-    auto found = statedYears->find(path);
-    if (found == statedYears->end())
-        found = statedYears->emplace(path, yearInFile(path)).first;
+    auto found = weatherPass->statedYears.find(path);
+    if (found == weatherPass->statedYears.end())
+        found = weatherPass->statedYears.emplace(path, yearInFile(path)).first;
+    return found->second;
+}
+
+// reference::stationCodes(), asked once a pass.
+QStringList stationCodes(const QString& station, const QString& column)
+{
+    if (!weatherPass)
+        return reference::stationCodes(station, column);
+    const QString key = station + QLatin1Char('|') + column;
+    auto found = weatherPass->stationCodes.find(key);
+    if (found == weatherPass->stationCodes.end())
+        found = weatherPass->stationCodes.emplace(key, reference::stationCodes(station, column))
+                    .first;
     return found->second;
 }
 
@@ -302,7 +320,7 @@ void CheckWeatherFileExistence(Findings& findings)
     try {
         // Each station's files are looked up in one folder listing.
         reference::ListingCache listings;
-        const StatedYearsPass years;
+        const WeatherPass pass;
         KnownRows weatherRows;
         // "Drop Table [Years]" and the table made anew.
         database::remakeTable(QStringLiteral("Years"),
@@ -349,7 +367,7 @@ void FindFieldYears_byLevel(int level, WeatherKind kind)
             = currentRow(QStringLiteral("Select * From Fields Where LNFLD = ?"), level);
         const QString station = trimSpaces(field.value(QStringLiteral("WSTA")).toString());
         const QString column = markColumn(kind);
-        const QStringList codes = reference::stationCodes(station, column);
+        const QStringList codes = stationCodes(station, column);
         for (const QString& code : codes) {
             QString year = reference::yearOfWeatherCode(code);
             const QString path
@@ -450,6 +468,7 @@ void CheckAllYears(Findings& findings)
     try {
         LevelDates levelDates;
         KnownRows weatherYears;
+        std::map<QString, int> yearsOfDates;
         for (const QSqlRecord& treatment : treatments()) {
             const QVariant trtno = treatment.value(QStringLiteral("TRTNO"));
             const QVariant fieldLevel = treatment.value(QStringLiteral("LNFLD"));
@@ -474,7 +493,13 @@ void CheckAllYears(Findings& findings)
                             QStringLiteral("Application date is missing."));
                         continue;
                     }
-                    const int year = codeDate(date).year();
+                    // A date that converts is converted once; one that
+                    // doesn't goes through its failure every time.
+                    const QString text = date.toString();
+                    auto known = yearsOfDates.find(text);
+                    if (known == yearsOfDates.end())
+                        known = yearsOfDates.emplace(text, codeDate(date).year()).first;
+                    const int year = known->second;
                     if (!weatherYears.has(
                             QStringLiteral("Select * From Years Where LNFLD = ? And Year = ?"),
                             { fieldLevel, year }))
