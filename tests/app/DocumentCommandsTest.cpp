@@ -184,6 +184,23 @@ TEST_F(DocumentCommandsTest, CommandLineOpensTheFileOrStartsNew)
     EXPECT_EQ(database::rowCount(QStringLiteral("Treatments")), 11);
 }
 
+TEST_F(DocumentCommandsTest, NegativeEnvironmentValueIsToldAfterOpenAndCleared)
+{
+    const QString path = copyOfMaize(QStringLiteral("QLNV2109.MZX"));
+    QByteArray bytes = bytesOf(path);
+    bytes.replace("A   2 A   2 M0.90", "A  -2 A   2 M0.90");
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(bytes);
+    file.close();
+
+    m_ui.fileAnswers.push_back(path);
+    mnuFileOpen_Click();
+    ASSERT_EQ(m_ui.texts(), QStringList { negativeEnvValue });
+    EXPECT_EQ(m_ui.messages[0].title, errorTitle);
+    EXPECT_FALSE(state().NegativeEnvValue);
+}
+
 TEST_F(DocumentCommandsTest, SaveWritesThenTheTablesHoldWhatTheFileHolds)
 {
     const QString path = copyOfMaize(QStringLiteral("QLNV2102.MZX"));
