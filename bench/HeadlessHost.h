@@ -1,11 +1,15 @@
 #pragma once
 
-// The windows and the user as the benchmarks stand them in: the document
-// commands run as the main window runs them, without a screen.
+// The windows, the user and the program folder as the benchmarks stand
+// them in: the document commands run as the main window runs them, without
+// a screen.
 
+#include "app/AppState.h"
 #include "app/DocumentCommands.h"
 #include "app/UserInterface.h"
 
+#include <QDir>
+#include <QFile>
 #include <QString>
 
 #include <cstdio>
@@ -68,5 +72,19 @@ public:
     std::optional<quillon::Identification> window;
     size_t crops = 0;
 };
+
+// Makes `program` the program folder of a run on `suite`: the folder made,
+// with the suite's defaults files in it, and the working database there.
+inline void useProgramFolder(const QString& program, const QString& suite)
+{
+    QDir().mkpath(program);
+    const QDir tools(suite + QStringLiteral("/TOOLS/Quillon"));
+    for (const QString& def : tools.entryList({ QStringLiteral("*.def") }, QDir::Files))
+        QFile::copy(tools.filePath(def), QDir(program).filePath(def));
+    quillon::AppState& s = quillon::state();
+    s.AppFolder = QDir::toNativeSeparators(program) + QDir::separator();
+    s.DataFolder = QDir::toNativeSeparators(QDir(suite).absolutePath());
+    s.WorkDBPath = s.AppFolder + QStringLiteral("QUILLONTEMP2.mdb");
+}
 
 } // namespace bench

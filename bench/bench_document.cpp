@@ -86,15 +86,7 @@ int main(int argc, char** argv)
     const QString suite = dir.filePath(QStringLiteral("TERVA48"));
     const QString program = dir.filePath(QStringLiteral("program"));
     copyFolder(QStringLiteral(QUILLON_SAMPLE_SUITE_DIR), suite);
-    QDir().mkpath(program);
-    const QDir tools(suite + QStringLiteral("/TOOLS/Quillon"));
-    for (const QString& def : tools.entryList({ QStringLiteral("*.def") }, QDir::Files))
-        QFile::copy(tools.filePath(def), QDir(program).filePath(def));
-
-    AppState& s = state();
-    s.AppFolder = QDir::toNativeSeparators(program) + QDir::separator();
-    s.DataFolder = QDir::toNativeSeparators(suite);
-    s.WorkDBPath = s.AppFolder + QStringLiteral("QUILLONTEMP2.mdb");
+    bench::useProgramFolder(program, suite);
     bench.openAnswer = QDir::toNativeSeparators(suite + QStringLiteral("/Maize/QLNV2101.MZX"));
     const int runs = argc > 1 ? std::max(1, atoi(argv[1])) : 15;
 

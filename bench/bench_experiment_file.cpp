@@ -10,6 +10,8 @@
 // --keep leaves the generated files in DIR; --cli times another quillon-cli
 // (an earlier build, say); naming parts runs only those.
 
+#include "HeadlessHost.h"
+
 #include "app/AppState.h"
 #include "app/OpenExperiment.h"
 #include "app/UserInterface.h"
@@ -369,14 +371,7 @@ int main(int argc, char* argv[])
         parts = QStringList { QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c") };
 
     AppState& s = state();
-    const QString appFolder = folder + QStringLiteral("/app");
-    QDir().mkpath(appFolder);
-    QDir defaults(suiteDir + QStringLiteral("/TOOLS/Quillon"));
-    for (const QString& def : defaults.entryList({ QStringLiteral("*.def") }, QDir::Files))
-        QFile::copy(defaults.filePath(def), appFolder + QLatin1Char('/') + def);
-    s.AppFolder = QDir::toNativeSeparators(appFolder) + QDir::separator();
-    s.DataFolder = QDir::toNativeSeparators(QDir(suiteDir).absolutePath());
-    s.WorkDBPath = s.AppFolder + QStringLiteral("QUILLONTEMP2.mdb");
+    bench::useProgramFolder(folder + QStringLiteral("/app"), suiteDir);
 
     // The first open builds the working database and loads the suite's
     // lookups; the figures are of the opens behind it.

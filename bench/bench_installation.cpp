@@ -180,14 +180,7 @@ void openFigures(
     setDocumentHost(&host);
     const QString program = folder + QStringLiteral("/program");
     QDir(program).removeRecursively();
-    QDir().mkpath(program);
-    const QDir tools(suite + QStringLiteral("/TOOLS/Quillon"));
-    for (const QString& def : tools.entryList({ QStringLiteral("*.def") }, QDir::Files))
-        QFile::copy(tools.filePath(def), QDir(program).filePath(def));
-    AppState& s = state();
-    s.AppFolder = QDir::toNativeSeparators(program) + QDir::separator();
-    s.DataFolder = QDir::toNativeSeparators(suite);
-    s.WorkDBPath = s.AppFolder + QStringLiteral("QUILLONTEMP2.mdb");
+    bench::useProgramFolder(program, suite);
 
     QStringList bySize = experiments;
     std::sort(bySize.begin(), bySize.end(), [](const QString& a, const QString& b) {
