@@ -2,8 +2,9 @@
 // (about 40 soil files with 430 profiles, shared title lines and repeated
 // ids; 1,200 weather files; 160 cultivar files; 280 experiments of 2-30 KB
 // with up to 40 treatments and event-heavy irrigation and fertilizer):
-//   cli    quillon-cli view --out and check over all experiments in one
-//          process, with a new program folder (the working database is
+//   cli    quillon-cli view (to standard output, and with --out, whose
+//          every file is synced to disk) and check over all experiments in
+//          one process, with a new program folder (the working database is
 //          built by the run) and with a kept one; best and median of runs
 //   open   File Open of one experiment with the working database built,
 //          as the main window runs it (median and worst)
@@ -153,16 +154,20 @@ void cliFigures(
         static_cast<long long>(experiments.size()), static_cast<long long>(lines.size() - 1),
         lines.value(0).left(100).constData());
 
-    std::vector<CliRun> cold, warm, checked;
+    const QStringList keptArgs { QStringLiteral("--app-dir"), kept };
+    std::vector<CliRun> printed, cold, warm, checked;
     for (int r = 0; r < runs; ++r) {
+        printed.push_back(
+            runCli(QStringList { QStringLiteral("view") } + experiments + suiteArgs + keptArgs));
         cold.push_back(runCli(QStringList { QStringLiteral("view") } + experiments + suiteArgs
             + QStringList { QStringLiteral("--out"), out }));
         warm.push_back(runCli(QStringList { QStringLiteral("view") } + experiments + suiteArgs
-            + QStringList { QStringLiteral("--app-dir"), kept, QStringLiteral("--out"), out }));
-        checked.push_back(runCli(QStringList { QStringLiteral("check") } + experiments + suiteArgs
-            + QStringList { QStringLiteral("--app-dir"), kept }));
+            + keptArgs + QStringList { QStringLiteral("--out"), out }));
+        checked.push_back(
+            runCli(QStringList { QStringLiteral("check") } + experiments + suiteArgs + keptArgs));
     }
     const int n = int(experiments.size());
+    printRate("view, kept folder, standard output", n, printed);
     printRate("view --out, new program folder", n, cold);
     printRate("view --out, kept program folder", n, warm);
     printRate("check, kept program folder", n, checked);
