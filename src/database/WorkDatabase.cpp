@@ -126,10 +126,6 @@ bool openWorkDB(const QString& path, QSqlError* error)
     // would blame a suite file.
     pragma.exec(QStringLiteral("PRAGMA synchronous = OFF"));
     pragma.exec(QStringLiteral("PRAGMA journal_mode = MEMORY"));
-    // One program at a time works on the file: the lock is taken once and
-    // held, instead of being taken, and the file checked for a journal left
-    // behind, for every statement.
-    pragma.exec(QStringLiteral("PRAGMA locking_mode = EXCLUSIVE"));
     // Does the file hold a database at all? A query fails if not.
     if (!pragma.exec(QStringLiteral("SELECT COUNT(*) FROM sqlite_master"))) {
         if (error)
