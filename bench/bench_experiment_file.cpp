@@ -4,7 +4,8 @@
 //   b) a large generated experiment (999 treatments, 99 levels of every
 //      factor, about 20,000 event rows) read, opened and written, and the
 //      process's peak memory;
-//   c) quillon-cli view and check over 1,000 sample-size files in one process.
+//   c) quillon-cli view, check and diff over 1,000 sample-size files in one
+//      process, and diff of the large generated file.
 //
 //   bench_experiment_file [--keep DIR] [--cli PATH] [a] [b] [c]
 // --keep leaves the generated files in DIR; --cli times another quillon-cli
@@ -12,10 +13,12 @@
 
 #include "HeadlessHost.h"
 
+#include "LargeExperiment.h"
 #include "app/AppState.h"
 #include "app/OpenExperiment.h"
 #include "app/UserInterface.h"
 #include "database/WorkDatabase.h"
+#include "format/ChangesReport.h"
 #include "format/Columns.h"
 #include "format/Cp1252.h"
 #include "format/FileWriter.h"
@@ -71,6 +74,11 @@ double median(std::vector<double> v)
     return v.empty() ? 0 : v[v.size() / 2];
 }
 
+double best(const std::vector<double>& v)
+{
+    return v.empty() ? 0 : *std::min_element(v.begin(), v.end());
+}
+
 long peakMemoryKb()
 {
     QFile status(QStringLiteral("/proc/self/status"));
@@ -100,119 +108,6 @@ QByteArray writtenText(const QString& fileName)
     format::FileWriter w;
     format::writeExperiment(w, fileName);
     return w.bytes();
-}
-
-// ---- the generated experiment ----------------------------------------------
-
-struct Section {
-    QString line;
-    QStringList body;
-};
-
-// The level at the start of a data line (" 1 ", "12 "), or 0.
-int levelOf(const QString& line)
-{
-    static const QRegularExpression level(QStringLiteral("^ ?(\\d{1,2}) "));
-    const QRegularExpressionMatch m = level.match(line);
-    return m.hasMatch() ? m.captured(1).toInt() : 0;
-}
-
-QString withLevel(const QString& line, int level)
-{
-    return format::levelColumn(level) + line.mid(3);
-}
-
-// Event rows stand under a header with a date column in its first words;
-// planting has one row a level and isn't one.
-bool isEventHeader(const QString& header)
-{
-    return header.left(9).contains(QLatin1String("DATE"))
-        && !header.startsWith(QLatin1String("@P"));
-}
-
-// Builds the large experiment from the sample maize file: every factor
-// section is repeated with its levels renumbered up to 99, each event row is
-// repeated `repeat` times with its date moved on a day at a time, and the
-// treatments run to 999. Returns the text and counts the event rows.
-QByteArray generateLarge(const QByteArray& sample, int repeat, int& eventRows)
-{
-    QStringList lines = format::splitLines(sample);
-    QStringList out;
-    std::vector<Section> sections;
-    for (const QString& line : lines) {
-        if (line.startsWith(QLatin1Char('*')))
-            sections.push_back({ line, {} });
-        else if (!sections.empty() && !line.trimmed().isEmpty())
-            sections.back().body << line;
-    }
-    eventRows = 0;
-    for (const Section& s : sections) {
-        if (!out.isEmpty())
-            out << QString();
-        out << s.line;
-        if (s.line.startsWith(QLatin1String("*EXP")) || s.line.startsWith(QLatin1String("*GEN"))) {
-            out << s.body;
-            continue;
-        }
-        if (s.line.startsWith(QLatin1String("*TRE"))) {
-            out << s.body.first();
-            for (int t = 1; t <= 999; ++t) {
-                QString row = format::twoWide(t) + QStringLiteral(" 1 1 0 ")
-                    + QStringLiteral("Generated treatment %1").arg(t).leftJustified(25);
-                for (int f = 0; f < 13; ++f)
-                    row += format::rightJustified(QString::number((t + f - 1) % 99 + 1), 3);
-                out << row;
-            }
-            continue;
-        }
-        int top = 0;
-        for (const QString& line : s.body)
-            top = std::max(top, levelOf(line));
-        if (top == 0) {
-            out << s.body;
-            continue;
-        }
-        // Sections read with the plain section loop keep their one header
-        // in front; grouped sections repeat their headers with the levels.
-        const bool grouped
-            = s.body.mid(1).filter(QRegularExpression(QStringLiteral("^@"))).size() > 0;
-        const QStringList block = grouped ? s.body : s.body.mid(1);
-        if (!grouped)
-            out << s.body.first();
-        for (int copy = 0; copy * top < 99; ++copy) {
-            QString header;
-            for (const QString& line : block) {
-                if (line.startsWith(QLatin1Char('@'))) {
-                    header = line;
-                    out << line;
-                    continue;
-                }
-                const int level = levelOf(line);
-                if (level == 0) {
-                    out << line;
-                    continue;
-                }
-                const int renumbered = level + copy * top;
-                if (renumbered > 99)
-                    continue;
-                const bool event = isEventHeader(grouped ? header : s.body.first());
-                const int date = line.mid(3, 5).toInt();
-                for (int k = 0; k < (event ? repeat : 1); ++k) {
-                    QString row = withLevel(line, renumbered);
-                    if (event && date > 0) {
-                        row.replace(3, 5,
-                            QStringLiteral("%1").arg(date + k % 200, 5, 10, QLatin1Char('0')));
-                        ++eventRows;
-                    }
-                    out << row;
-                }
-            }
-        }
-    }
-    QByteArray bytes;
-    for (const QString& line : out)
-        bytes += format::toCp1252(line) + "\r\n";
-    return bytes + "\x1A\r\n";
 }
 
 // ---- the runs --------------------------------------------------------------
@@ -252,13 +147,25 @@ void sampleMaize()
         median(open) + median(write));
 }
 
+QString largePath(const QString& folder)
+{
+    return QDir::toNativeSeparators(folder + QStringLiteral("/QLGN9901.MZX"));
+}
+
+// Writes the large experiment to the folder; returns its bytes.
+QByteArray writeLarge(const QString& folder, int& eventRows)
+{
+    const QByteArray bytes = bench::generateLarge(
+        contents(suiteDir + QStringLiteral("/Maize/QLNV2101.MZX")), 16, eventRows);
+    writeBytes(largePath(folder), bytes);
+    return bytes;
+}
+
 void largeExperiment(const QString& folder)
 {
     int eventRows = 0;
-    const QByteArray bytes
-        = generateLarge(contents(suiteDir + QStringLiteral("/Maize/QLNV2101.MZX")), 16, eventRows);
-    const QString path = QDir::toNativeSeparators(folder + QStringLiteral("/QLGN9901.MZX"));
-    writeBytes(path, bytes);
+    const QByteArray bytes = writeLarge(folder, eventRows);
+    const QString path = largePath(folder);
     std::printf(
         "b) generated experiment: %lld bytes, %lld lines, 999 treatments, 99 levels a factor, "
         "%d event rows\n",
@@ -296,6 +203,16 @@ void largeExperiment(const QString& folder)
     std::printf(
         "   writing the text                              %8.1f ms   (target < 300 ms)\n", write);
     std::printf("   saving it (temporary file, sync, rename)      %8.1f ms\n", save);
+    std::vector<double> compare;
+    int valueChanges = 0;
+    for (int run = 0; run < 5; ++run) {
+        t.start();
+        valueChanges = format::valueChangeCount(format::compareForSave(bytes, w.bytes()));
+        compare.push_back(t.nsecsElapsed() / 1e6);
+    }
+    std::printf("   comparing file and text (diff), 5 runs        %8.1f ms best, %.1f ms median; "
+                "%d value changes\n",
+        best(compare), median(compare), valueChanges);
     std::printf("   written %lld bytes; %d messages while reading%s%s\n",
         static_cast<long long>(w.bytes().size()), readMessages, readMessages ? ", the first: " : "",
         qPrintable(quiet.first.left(120)));
@@ -337,7 +254,8 @@ void cliBatch(const QString& folder)
     };
     const auto toStdout = run(QStringLiteral("view"), { QStringLiteral("--suite"), suiteDir });
     const auto toFiles = run(QStringLiteral("view"),
-        { QStringLiteral("--suite"), suiteDir, QStringLiteral("--out"), folder + QStringLiteral("/out") });
+        { QStringLiteral("--suite"), suiteDir, QStringLiteral("--out"),
+            folder + QStringLiteral("/out") });
     const auto checked = run(QStringLiteral("check"), { QStringLiteral("--suite"), suiteDir });
     std::printf("c) quillon-cli view, 1,000 sample-size files in one process:\n");
     std::printf(
@@ -345,8 +263,34 @@ void cliBatch(const QString& folder)
         toStdout.first, 1000 / toStdout.first, toStdout.second);
     std::printf("   with --out (saved)     %6.2f s  %6.0f files/s   (exit %d)\n", toFiles.first,
         1000 / toFiles.first, toFiles.second);
-    std::printf("   quillon-cli check      %6.2f s  %6.0f files/s   (exit %d; target >= 100 files/s)\n",
+    std::printf(
+        "   quillon-cli check      %6.2f s  %6.0f files/s   (exit %d; target >= 100 files/s)\n",
         checked.first, 1000 / checked.first, checked.second);
+
+    // The machine is shared: diff runs three times, best and median shown.
+    const auto diffThrice = [&](std::vector<double>& seconds) {
+        int exit = 0;
+        for (int round = 0; round < 3; ++round) {
+            const auto diffed
+                = run(QStringLiteral("diff"), { QStringLiteral("--suite"), suiteDir });
+            seconds.push_back(diffed.first);
+            exit = diffed.second;
+        }
+        return exit;
+    };
+    std::vector<double> batch, large;
+    const int batchExit = diffThrice(batch);
+    std::printf("   quillon-cli diff       %6.2f s  %6.0f files/s   best of 3, median %.0f files/s "
+                "(exit %d; target >= 150 files/s)\n",
+        best(batch), 1000 / best(batch), 1000 / median(batch), batchExit);
+    int eventRows = 0;
+    if (!QFile::exists(largePath(folder)))
+        writeLarge(folder, eventRows);
+    files = QStringList { largePath(folder) };
+    const int largeExit = diffThrice(large);
+    std::printf("   quillon-cli diff of the large generated file: %.2f s best of 3, %.2f s median "
+                "(exit %d; target < 1 s)\n",
+        best(large), median(large), largeExit);
 }
 
 } // namespace

@@ -102,8 +102,14 @@ struct AppState {
     // without a century guess.
     QString DateTextFormat = QStringLiteral("M/d/yyyy");
 
-    // Which editor window is open, one flag per editor.
+    // Which editor window is open, one flag per editor (editors::EditorForm).
     std::array<bool, 15> EditorOpen {};
+    // Set by an editor's menu handler when the factor had no level and it
+    // made level 1; Cancel then takes that level away again.
+    bool NewLevelCreated = false;
+    // The date to start the simulation at, as date text; "-99" for none.
+    // A new level of an event editor is dated by it when it is set.
+    QString SimulationDate = QStringLiteral("-99");
 
     // Clears the five type flags and sets IsExperimental.
     void setExperimental();

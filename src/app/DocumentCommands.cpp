@@ -43,12 +43,6 @@ QString firstFolderOf(const QString& path)
 }
 
 // A guard that puts the hourglass up for a scope.
-class Busy {
-public:
-    Busy() { documentHost().setBusy(true); }
-    ~Busy() { documentHost().setBusy(false); }
-};
-
 Identification currentIdentification()
 {
     if (std::optional<Identification> shown = documentHost().identification())
@@ -293,6 +287,7 @@ const std::vector<MenuEntryState>& menuTable()
         { "mnuViewBugs", false, false, false },
         { "mnuErrors", false, false, false },
         { "mnuViewCheck", false, false, true },
+        { "mnuViewChanges", false, false, true },
     };
     return table;
 }
@@ -426,6 +421,11 @@ void mnuFileSaveAs_Click()
     saveAsSteps(true);
 }
 
+bool storeIdentificationAsSave()
+{
+    return storeIdentification(currentIdentification());
+}
+
 bool mnuFileClose_Click()
 {
     AppState& s = state();
@@ -464,6 +464,7 @@ bool mnuFileClose_Click()
     s.ExpFilePath.clear();
     clearTypeFlags(s);
     s.comments.clear();
+    s.SimulationDate = QStringLiteral("-99");
     try {
         validation::DeleteRelations();
         database::CleanDataBase_Partially();

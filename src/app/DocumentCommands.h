@@ -115,6 +115,15 @@ inline const QString saveOnExit = QStringLiteral("Do you want to save the file b
 void setDocumentHost(DocumentHost* host);
 DocumentHost& documentHost();
 
+// The hourglass pointer for as long as the object lives.
+class Busy {
+public:
+    Busy() { documentHost().setBusy(true); }
+    ~Busy() { documentHost().setBusy(false); }
+    Busy(const Busy&) = delete;
+    Busy& operator=(const Busy&) = delete;
+};
+
 // Opens an experiment: from the open dialog, from the command line, or
 // (ReopenFlag) ExpFilePath again. A cancelled dialog changes nothing.
 void mnuFileOpen_Click();
@@ -127,6 +136,11 @@ void mnuFileNew_Click();
 void mnuFileSave_Click();
 // Save under a name from the save dialog.
 void mnuFileSaveAs_Click();
+// Stores what identifies the document (the identification window's values,
+// or the tables' own without the window) as Save does before it writes, so
+// that a text written now is the one Save would write. False when the
+// database refused; the user has been told.
+bool storeIdentificationAsSave();
 // Closes the document, asking about unsaved changes. Returns false when the
 // document stays open (the user cancelled, or the save it asked for didn't
 // happen).

@@ -44,6 +44,11 @@ constexpr int NumericOverflow = 3349;
 constexpr int TableExists = 3010;
 constexpr int TableNotFound = 3078;
 constexpr int Other = 3000;
+// The editors' grids and the statements they build from typed text.
+constexpr int RowNotStored = 524; // a grid's pending row could not be stored
+constexpr int MalformedExpression = 3075; // typed text that no statement can take
+constexpr int UpdateCancelled = 3426; // a stored row refused by a validation rule
+constexpr int GridDataError = 16389; // a value a grid's own update could not store
 } // namespace err
 
 } // namespace quillon

@@ -26,7 +26,28 @@ UserInterface* g_ui = &g_silent;
 
 MsgAnswer firstAnswer(MsgButtons buttons)
 {
-    return buttons == MsgButtons::YesNo || buttons == MsgButtons::YesNoCancel ? MsgAnswer::Yes : MsgAnswer::OK;
+    switch (buttons) {
+    case MsgButtons::YesNo:
+    case MsgButtons::YesNoCancel:
+        return MsgAnswer::Yes;
+    case MsgButtons::YesNoDefaultNo:
+        return MsgAnswer::No;
+    case MsgButtons::OK:
+    case MsgButtons::OKCancel:
+        break;
+    }
+    return MsgAnswer::OK;
+}
+
+void UserInterface::deletionWarning(const QString& levelName, const QStringList& treatments)
+{
+    const QString text = QStringLiteral("This level is used in one or more treatments.\n"
+                                        "You may not delete the level used by a treatment. You MUST "
+                                        "modify the treatment design to use another available level "
+                                        "or delete the treatment.\n")
+        + QStringLiteral("Treatment %1 is currently using this %2 level")
+              .arg(treatments.join(QStringLiteral(", ")), levelName);
+    message(text, QStringLiteral("Deletion Warning"), MsgIcon::Exclamation, MsgButtons::OK);
 }
 
 UserInterface& ui() { return *g_ui; }

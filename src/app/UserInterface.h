@@ -1,15 +1,18 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace quillon {
 
 // Icons and button sets of a message box, as the program's messages use them.
 enum class MsgIcon { None, Critical, Question, Exclamation, Information };
-enum class MsgButtons { OK, OKCancel, YesNo, YesNoCancel };
+// YesNoDefaultNo is Yes and No with No as the button Enter takes, for the
+// questions before a deletion.
+enum class MsgButtons { OK, OKCancel, YesNo, YesNoCancel, YesNoDefaultNo };
 enum class MsgAnswer { OK, Cancel, Yes, No };
 
-// The answer of a box's first button, the one Enter takes.
+// The answer of a box's default button, the one Enter takes.
 MsgAnswer firstAnswer(MsgButtons buttons);
 
 // What a printer dialog gives back: whether to print, and to which file when
@@ -50,6 +53,12 @@ public:
     // Ends the program at once. The windowed program exits; tests throw so
     // that the test can see where the program would have ended.
     virtual void endProgram() = 0;
+
+    // The warning that a factor level can't be deleted because treatments
+    // use it: the factor's word ("Fertilizer") and the treatment numbers.
+    // The windowed program shows its own dialog; elsewhere it is a message
+    // box titled "Deletion Warning" that says the same.
+    virtual void deletionWarning(const QString& levelName, const QStringList& treatments);
 };
 
 // The interface in force. There is always one: before anybody installs

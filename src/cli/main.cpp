@@ -4,10 +4,12 @@
 
 #include "app/AppState.h"
 #include "app/OpenExperiment.h"
+#include "app/RuntimeError.h"
 #include "cli/ConsoleUserInterface.h"
 #include "database/Sql.h"
 #include "database/WorkDBCheck.h"
 #include "database/WorkDatabase.h"
+#include "format/ChangesReport.h"
 #include "format/FileWriter.h"
 #include "format/WriteFile.h"
 #include "reference/SuiteFiles.h"
@@ -39,10 +41,13 @@ int usage(const char* why = nullptr)
     std::fprintf(stderr,
         "usage: quillon-cli view FILE... [--suite DIR] [--app-dir DIR] [--out DIR]\n"
         "       quillon-cli check FILE... [--suite DIR] [--app-dir DIR]\n"
+        "       quillon-cli diff FILE... [--suite DIR] [--app-dir DIR] [--all]\n"
         "\n"
         "view   reads each FILE as File Open does and prints what Save would write\n"
         "       (to standard output, or to DIR/<file name> with --out)\n"
         "check  reads each FILE and runs the experiment checker on it\n"
+        "diff   reads each FILE and prints the values Save would change or drop in it\n"
+        "       (with --all the changes of layout only too)\n"
         "\n"
         "--suite DIR    the suite folder (default: $TERVA_DIR, else the sample suite)\n"
         "--app-dir DIR  the program folder: defaults files and the working database,\n"
@@ -56,6 +61,7 @@ struct Options {
     QString suite;
     QString appDir;
     QString outDir;
+    bool all = false;
 };
 
 bool parse(const QStringList& args, Options& o, QString& error)
@@ -65,7 +71,8 @@ bool parse(const QStringList& args, Options& o, QString& error)
         return false;
     }
     o.command = args.first();
-    if (o.command != QLatin1String("view") && o.command != QLatin1String("check")) {
+    if (o.command != QLatin1String("view") && o.command != QLatin1String("check")
+        && o.command != QLatin1String("diff")) {
         error = QStringLiteral("unknown command '%1'").arg(o.command);
         return false;
     }
@@ -75,7 +82,9 @@ bool parse(const QStringList& args, Options& o, QString& error)
             : a == QLatin1String("--app-dir")           ? &o.appDir
             : a == QLatin1String("--out")               ? &o.outDir
                                                         : nullptr;
-        if (target) {
+        if (a == QLatin1String("--all") && o.command == QLatin1String("diff")) {
+            o.all = true;
+        } else if (target) {
             if (i + 1 >= args.size()) {
                 error = QStringLiteral("%1 needs a folder").arg(a);
                 return false;
@@ -116,6 +125,34 @@ QString defaultSuite()
     return fromEnvironment.isEmpty() ? QStringLiteral(QUILLON_SAMPLE_SUITE_DIR) : fromEnvironment;
 }
 
+// diff: the file on disk against what Save would write for it. Counts the
+// file in `withChanges` when a value would change; false when the file
+// can't be read again.
+bool printChanges(const QString& file, const QString& path, bool all, int& withChanges)
+{
+    QFile onDisk(path);
+    if (!onDisk.open(QIODevice::ReadOnly)) {
+        std::fprintf(
+            stderr, "quillon-cli: %s: %s\n", qPrintable(file), qPrintable(onDisk.errorString()));
+        return false;
+    }
+    format::FileWriter w;
+    try {
+        format::writeExperiment(w, QFileInfo(path).fileName());
+    } catch (const RuntimeError& e) {
+        std::fprintf(stderr, "quillon-cli: %s: %s\n", qPrintable(file), qPrintable(e.text()));
+        return false;
+    }
+    const std::vector<format::SaveChange> changes
+        = format::compareForSave(onDisk.readAll(), w.bytes());
+    std::printf("%s\n", qPrintable(file));
+    for (const QString& line : format::changesReport(changes, all))
+        std::printf("  %s\n", qPrintable(line));
+    if (format::valueChangeCount(changes) > 0)
+        ++withChanges;
+    return true;
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -136,7 +173,8 @@ try {
     setUserInterface(&console);
 
     AppState& s = state();
-    s.DataFolder = QDir::toNativeSeparators(QDir(options.suite.isEmpty() ? defaultSuite() : options.suite).absolutePath());
+    s.DataFolder = QDir::toNativeSeparators(
+        QDir(options.suite.isEmpty() ? defaultSuite() : options.suite).absolutePath());
     if (!QFileInfo(s.DataFolder).isDir())
         return usage("the suite folder doesn't exist");
     std::unique_ptr<QTemporaryDir> scratch;
@@ -181,6 +219,9 @@ try {
                 std::fprintf(stderr, "quillon-cli: %s: %s\n", qPrintable(file), qPrintable(error));
                 ++failures;
             }
+        } else if (options.command == QLatin1String("diff")) {
+            if (!printChanges(file, path, options.all, withFindings))
+                ++failures;
         } else {
             const validation::DebugResult result = validation::DebugFile();
             std::printf("%s\n", qPrintable(file));
@@ -194,7 +235,7 @@ try {
         batch->commit();
     database::closeWorkDB();
     std::fflush(stdout);
-    if (options.command == QLatin1String("check"))
+    if (options.command != QLatin1String("view"))
         return failures > 0 ? ExitUsage : withFindings > 0 ? 1 : 0;
     return failures > 0 ? 1 : 0;
 } catch (const cli::ProgramEnded&) {

@@ -2,6 +2,8 @@
 
 #include "database/Sql.h"
 
+#include <QDate>
+
 namespace quillon::database {
 
 namespace {
@@ -44,6 +46,15 @@ std::vector<Token> tokenize(const QString& rule)
                 ++j;
             tokens.push_back({ Token::Operator, rule.mid(i, j - i) });
             i = j;
+        } else if (c == QLatin1Char('#')) {
+            // A date literal, #month/day/year#: compared as the ISO text in
+            // which date columns hold their dates.
+            int j = i + 1;
+            while (j < n && rule.at(j) != c)
+                ++j;
+            const QDate date = QDate::fromString(rule.mid(i + 1, j - i - 1).trimmed(), QStringLiteral("M/d/yyyy"));
+            tokens.push_back({ Token::Value, QLatin1Char('\'') + date.toString(Qt::ISODate) + QLatin1Char('\'') });
+            i = j + 1;
         } else if (c == QLatin1Char('"') || c == QLatin1Char('\'')) {
             int j = i + 1;
             while (j < n && rule.at(j) != c)

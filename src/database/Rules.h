@@ -9,7 +9,8 @@ namespace quillon::database {
 // Turns a field's validation rule, written the way the program writes them
 // ("BETWEEN 0 AND 99 or -99", "(> 0 AND < 0.9) or = -99 or = 0"), into an SQL
 // condition on `column`: comparisons without a left side compare the column,
-// and a bare value means equality.
+// and a bare value means equality. A date literal #1/31/1999# compares as
+// ISO date text ('1999-01-31').
 QString ruleCondition(const QString& rule, const QString& column);
 
 // The message for a refused value when the rule has no text of its own.

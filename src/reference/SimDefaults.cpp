@@ -193,6 +193,8 @@ void readMember(SimDefaults& d, const FileCell& cell, const QString& line)
     }
 }
 
+} // namespace
+
 QString defaultsFileName()
 {
     const AppState& s = state();
@@ -210,6 +212,8 @@ QString defaultsFileName()
         return QStringLiteral("Simulate_Spatial.def");
     return QStringLiteral("Simulate_Forecast.def");
 }
+
+namespace {
 
 // Reads the defaults file into `d`. Throws on any failure; `d` may then hold
 // part of the file.

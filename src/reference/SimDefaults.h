@@ -136,6 +136,11 @@ std::vector<std::pair<QString, QVariant>> defaultRow(const SimGroup& group, int 
 // The process-wide record.
 SimDefaults& simDefaults();
 
+// The name of the defaults file of the open document's type in
+// state().AppFolder ("Simulate.def", "Simulate_Sequence.def" …); empty
+// unless exactly one type flag is set.
+QString defaultsFileName();
+
 // Fills simDefaults() from the defaults file of the open document's type in
 // state().AppFolder, or, on any failure at all (missing file, too many lines,
 // a bad number), from the built-in values. Never shows a message of its own;

@@ -3,6 +3,9 @@
 # Cases:
 #   view        view of a sample file prints the file as it stands, to standard
 #               output and with --out to a file of the same name; exit 0
+#   diff        the sample files keep every value ("No values change.", exit 0);
+#               a value the writer rounds is reported (exit 1); a file that
+#               can't be opened gives exit 2
 #   exit-codes  0 for success, 1 for a file that can't be opened (view) or
 #               a file with findings (check), 2 for a wrong command line or a
 #               file that can't be opened (check)
@@ -76,6 +79,31 @@ elseif(CASE STREQUAL "exit-codes")
     if(NOT errors MATCHES "usage: quillon-cli")
         message(FATAL_ERROR "a wrong command line shows no usage:\n${errors}")
     endif()
+
+elseif(CASE STREQUAL "diff")
+    run(0 diff "${maize}" "${seasonal}" --suite "${SUITE}")
+    file(READ "${WORK}/stdout" report)
+    string(REGEX MATCHALL "\n  No values change[.]\n" unchanged "${report}")
+    list(LENGTH unchanged count)
+    if(NOT count EQUAL 2)
+        message(FATAL_ERROR "the samples should keep every value:\n${report}")
+    endif()
+
+    file(READ "${maize}" text)
+    string(REPLACE " 1    15   1.3  2.10" " 1    15  1.34  2.10" text "${text}")
+    file(WRITE "${WORK}/QLNV2101.MZX" "${text}")
+    run(1 diff "${WORK}/QLNV2101.MZX" "${maize}" --suite "${SUITE}" --all)
+    file(READ "${WORK}/stdout" report)
+    if(NOT report MATCHES "  value changed: \\*SOIL ANALYSIS, @A SABL, level 1, SADM: \"1\\.34\" -> \"1\\.3\" \\(line 53 -> 53\\)\n")
+        message(FATAL_ERROR "the rounded value isn't reported:\n${report}")
+    endif()
+
+    run(2 diff "${WORK}/MISSING1.MZX" "${maize}" --suite "${SUITE}")
+    if(NOT errors MATCHES "Cannot open file [^\n]*MISSING1\\.MZX\\.")
+        message(FATAL_ERROR "no word of the missing file:\n${errors}")
+    endif()
+    run(2 view "${maize}" --all)
+    run(2 diff)
 
 else()
     message(FATAL_ERROR "unknown case '${CASE}'")

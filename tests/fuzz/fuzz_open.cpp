@@ -1,8 +1,9 @@
 // Fuzz target: any bytes opened as an experiment file (the whole of File
-// Open: reading, repairs, relations, management tables) and written as Save
-// does. What counts as a finding: a crash, a sanitizer report, a hang, an
-// allocation beyond the fuzzer's limit, and a file that makes the program
-// end (only a file that can't be opened may do that).
+// Open: reading, repairs, relations, management tables), written as Save
+// does, and compared with what was written (quillon-cli diff). What counts
+// as a finding: a crash, a sanitizer report, a hang, an allocation beyond
+// the fuzzer's limit, and a file that makes the program end (only a file
+// that can't be opened may do that).
 //
 // Built with libFuzzer when the compiler offers it (QUILLON_LIBFUZZER);
 // otherwise it is a standalone driver that damages the sample suite's files
@@ -14,6 +15,7 @@
 
 #include "app/UserInterface.h"
 #include "database/WorkDatabase.h"
+#include "format/SaveChanges.h"
 
 #include <QDirIterator>
 #include <QElapsedTimer>
@@ -70,8 +72,11 @@ QByteArray openOnce(const QByteArray& bytes)
     // The type of file follows from the extension; let the input choose it.
     const char* extension
         = extensions[(bytes.isEmpty() ? 0 : uchar(bytes.at(bytes.size() / 2))) % 6];
-    return test::openBytes(
+    const QByteArray written = test::openBytes(
         bytes, scratch->path(), QStringLiteral("QLNV2101.") + QLatin1String(extension));
+    // What Save would change is told for any bytes as well.
+    format::compareForSave(bytes, written);
+    return written;
 }
 
 } // namespace

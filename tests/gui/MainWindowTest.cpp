@@ -188,5 +188,53 @@ TEST_F(MainWindowTest, OpenFromTheCommandLineKeepsTheMenusOfTheDocument)
     m_window.close();
 }
 
+TEST_F(MainWindowTest, ChangesOnSaveReportsOnTheOpenDocumentAndFollowsItsLife)
+{
+    m_window.show();
+    m_window.Form_Load();
+    EXPECT_FALSE(enabled("mnuViewChanges"));
+    m_ui.fileAnswers.push_back(maizeFile());
+    trigger("mnuFileOpen");
+    trigger("mnuViewChanges");
+    frmView* view = visibleView();
+    ASSERT_NE(view, nullptr);
+    EXPECT_EQ(view->windowTitle(), QStringLiteral("Changes on Save"));
+    EXPECT_EQ(view->text(), maizeFile() + QStringLiteral("\n  No values change."));
+
+    // The file changed on disk since it was opened: Refresh compares anew.
+    QFile file(maizeFile());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    QByteArray bytes = file.readAll();
+    file.close();
+    bytes.replace(" 1    15   1.3  2.10", " 1    15  1.34  2.10");
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(bytes);
+    file.close();
+    view->cmdRefresh_Click();
+    EXPECT_EQ(view->text(),
+        maizeFile()
+            + QStringLiteral(
+                "\n  value changed: *SOIL ANALYSIS, @A SABL, level 1, SADM: \"1.34\" -> \"1.3\" "
+                "(line 53 -> 53)"));
+
+    // Closing the document closes the report and the entry.
+    m_ui.answers.push_back(MsgAnswer::No);
+    trigger("mnuFileClose");
+    EXPECT_EQ(visibleView(), nullptr);
+    EXPECT_FALSE(enabled("mnuViewChanges"));
+
+    // A new document has no file to compare with.
+    QTimer::singleShot(0, [] {
+        if (QWidget* modal = QApplication::activeModalWidget())
+            modal->close();
+    });
+    trigger("mnuFileNew");
+    trigger("mnuViewChanges");
+    ASSERT_NE(visibleView(), nullptr);
+    EXPECT_TRUE(
+        visibleView()->text().startsWith(QStringLiteral("This experiment has never been saved")));
+    EXPECT_TRUE(m_ui.messages.empty()) << expectNoMessages().toStdString();
+}
+
 } // namespace
 } // namespace quillon::test

@@ -8,7 +8,10 @@
 
 // Readable Qt values in test failures.
 QT_BEGIN_NAMESPACE
-inline void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }
+inline void PrintTo(const QString& s, std::ostream* os)
+{
+    *os << '"' << s.toStdString() << '"';
+}
 inline void PrintTo(const QStringList& l, std::ostream* os)
 {
     *os << '[';
@@ -16,6 +19,12 @@ inline void PrintTo(const QStringList& l, std::ostream* os)
         *os << "\n  \"" << s.toStdString() << '"';
     *os << " ]";
 }
-inline void PrintTo(const QByteArray& b, std::ostream* os) { *os << '"' << b.toStdString() << '"'; }
-inline void PrintTo(const QVariant& v, std::ostream* os) { *os << v.toString().toStdString(); }
+inline void PrintTo(const QByteArray& b, std::ostream* os)
+{
+    *os << '"' << b.toStdString() << '"';
+}
+inline void PrintTo(const QVariant& v, std::ostream* os)
+{
+    *os << v.toString().toStdString();
+}
 QT_END_NAMESPACE

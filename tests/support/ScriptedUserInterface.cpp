@@ -8,9 +8,13 @@ ScriptedUserInterface::ScriptedUserInterface()
     setUserInterface(this);
 }
 
-ScriptedUserInterface::~ScriptedUserInterface() { setUserInterface(m_previous); }
+ScriptedUserInterface::~ScriptedUserInterface()
+{
+    setUserInterface(m_previous);
+}
 
-MsgAnswer ScriptedUserInterface::message(const QString& text, const QString& title, MsgIcon icon, MsgButtons buttons)
+MsgAnswer ScriptedUserInterface::message(
+    const QString& text, const QString& title, MsgIcon icon, MsgButtons buttons)
 {
     messages.push_back({ text, title, icon, buttons });
     if (!answers.empty()) {
@@ -21,7 +25,8 @@ MsgAnswer ScriptedUserInterface::message(const QString& text, const QString& tit
     return firstAnswer(buttons);
 }
 
-QString ScriptedUserInterface::openFileName(const QString& filter, const QString& folder, const QString& name)
+QString ScriptedUserInterface::openFileName(
+    const QString& filter, const QString& folder, const QString& name)
 {
     fileDialogs << QStringLiteral("open|%1|%2|%3").arg(filter, folder, name);
     if (fileAnswers.empty())
@@ -31,7 +36,8 @@ QString ScriptedUserInterface::openFileName(const QString& filter, const QString
     return answer;
 }
 
-QString ScriptedUserInterface::saveFileName(const QString& filter, const QString& folder, const QString& name)
+QString ScriptedUserInterface::saveFileName(
+    const QString& filter, const QString& folder, const QString& name)
 {
     fileDialogs << QStringLiteral("save|%1|%2|%3").arg(filter, folder, name);
     if (fileAnswers.empty())
@@ -50,9 +56,15 @@ PrintChoice ScriptedUserInterface::choosePrinter()
     return choice;
 }
 
-void ScriptedUserInterface::progress(int percent) { progressSteps.push_back(percent); }
+void ScriptedUserInterface::progress(int percent)
+{
+    progressSteps.push_back(percent);
+}
 
-void ScriptedUserInterface::endProgram() { throw ProgramEnded(); }
+void ScriptedUserInterface::endProgram()
+{
+    throw ProgramEnded();
+}
 
 QStringList ScriptedUserInterface::texts() const
 {

@@ -35,9 +35,12 @@ public:
     ScriptedUserInterface();
     ~ScriptedUserInterface() override;
 
-    MsgAnswer message(const QString& text, const QString& title, MsgIcon icon, MsgButtons buttons) override;
-    QString openFileName(const QString& filter, const QString& folder, const QString& name) override;
-    QString saveFileName(const QString& filter, const QString& folder, const QString& name) override;
+    MsgAnswer message(
+        const QString& text, const QString& title, MsgIcon icon, MsgButtons buttons) override;
+    QString openFileName(
+        const QString& filter, const QString& folder, const QString& name) override;
+    QString saveFileName(
+        const QString& filter, const QString& folder, const QString& name) override;
     PrintChoice choosePrinter() override;
     void progress(int percent) override;
     void endProgram() override;

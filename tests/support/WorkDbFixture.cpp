@@ -23,7 +23,10 @@ void WorkDbTest::SetUp()
     m_ui.clear();
 }
 
-void WorkDbTest::TearDown() { database::closeWorkDB(); }
+void WorkDbTest::TearDown()
+{
+    database::closeWorkDB();
+}
 
 QByteArray bytesOf(const QString& path, qint64 count)
 {

@@ -3,6 +3,7 @@
 #include "app/StartUp.h"
 #include "app/gui/frmWait.h"
 #include "database/WorkDatabase.h"
+#include "editors/gui/frmDelMessage.h"
 
 #include <QApplication>
 #include <QFileDialog>
@@ -25,6 +26,7 @@ QMessageBox::StandardButtons standardButtons(MsgButtons buttons)
     case MsgButtons::OKCancel:
         return QMessageBox::Ok | QMessageBox::Cancel;
     case MsgButtons::YesNo:
+    case MsgButtons::YesNoDefaultNo:
         return QMessageBox::Yes | QMessageBox::No;
     case MsgButtons::YesNoCancel:
         return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
@@ -82,7 +84,8 @@ QString qtFileFilter(const QString& filter)
         QStringList patterns;
         for (const QString& pattern : parts.at(i + 1).split(QLatin1Char(';'), Qt::SkipEmptyParts))
             patterns << bothCases(pattern.trimmed());
-        filters << QStringLiteral("%1 (%2)").arg(description.trimmed(), patterns.join(QLatin1Char(' ')));
+        filters << QStringLiteral("%1 (%2)").arg(
+            description.trimmed(), patterns.join(QLatin1Char(' ')));
     }
     return filters.join(QStringLiteral(";;"));
 }
@@ -92,26 +95,34 @@ GuiUserInterface::GuiUserInterface(QWidget* parent)
 {
 }
 
-GuiUserInterface::~GuiUserInterface() { delete m_wait.data(); }
+GuiUserInterface::~GuiUserInterface()
+{
+    delete m_wait.data();
+}
 
-MsgAnswer GuiUserInterface::message(const QString& text, const QString& title, MsgIcon icon, MsgButtons buttons)
+MsgAnswer GuiUserInterface::message(
+    const QString& text, const QString& title, MsgIcon icon, MsgButtons buttons)
 {
     QApplication::restoreOverrideCursor();
     QMessageBox box(messageIcon(icon), title, text, standardButtons(buttons), m_parent);
+    if (buttons == MsgButtons::YesNoDefaultNo)
+        box.setDefaultButton(QMessageBox::No);
     return answerOf(box.exec());
 }
 
-QString GuiUserInterface::openFileName(const QString& filter, const QString& folder, const QString& name)
+QString GuiUserInterface::openFileName(
+    const QString& filter, const QString& folder, const QString& name)
 {
-    return QFileDialog::getOpenFileName(m_parent, QString(), QDir(folder).filePath(name), qtFileFilter(filter),
-        nullptr, QFileDialog::ReadOnly);
+    return QFileDialog::getOpenFileName(m_parent, QString(), QDir(folder).filePath(name),
+        qtFileFilter(filter), nullptr, QFileDialog::ReadOnly);
 }
 
-QString GuiUserInterface::saveFileName(const QString& filter, const QString& folder, const QString& name)
+QString GuiUserInterface::saveFileName(
+    const QString& filter, const QString& folder, const QString& name)
 {
     // The program asks about overwriting itself.
-    return QFileDialog::getSaveFileName(m_parent, QString(), QDir(folder).filePath(name), qtFileFilter(filter),
-        nullptr, QFileDialog::DontConfirmOverwrite);
+    return QFileDialog::getSaveFileName(m_parent, QString(), QDir(folder).filePath(name),
+        qtFileFilter(filter), nullptr, QFileDialog::DontConfirmOverwrite);
 }
 
 PrintChoice GuiUserInterface::choosePrinter()
@@ -121,7 +132,8 @@ PrintChoice GuiUserInterface::choosePrinter()
     PrintChoice choice;
     choice.accepted = dialog.exec() == QDialog::Accepted;
     if (choice.accepted) {
-        choice.pdfFile = printer.outputFormat() == QPrinter::PdfFormat ? printer.outputFileName() : QString();
+        choice.pdfFile
+            = printer.outputFormat() == QPrinter::PdfFormat ? printer.outputFileName() : QString();
         choice.printerName = printer.printerName();
     }
     return choice;
@@ -143,6 +155,13 @@ void GuiUserInterface::endProgram()
     database::closeWorkDB();
     releaseInstanceLock();
     std::exit(0);
+}
+
+void GuiUserInterface::deletionWarning(const QString& levelName, const QStringList& treatments)
+{
+    QApplication::restoreOverrideCursor();
+    frmDelMessage dialog(levelName, treatments, m_parent);
+    dialog.exec();
 }
 
 } // namespace quillon

@@ -25,6 +25,7 @@ public:
     PrintChoice choosePrinter() override;
     void progress(int percent) override;
     void endProgram() override;
+    void deletionWarning(const QString& levelName, const QStringList& treatments) override;
 
 private:
     QPointer<QWidget> m_parent;

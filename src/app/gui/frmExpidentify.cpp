@@ -14,7 +14,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMetaMethod>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -444,11 +443,7 @@ void frmExpidentify::cmdNext_Click()
         reportError(e.text(), QStringLiteral(" in cmdNext/frmExpIdentify."));
         return;
     }
-    if (isSignalConnected(QMetaMethod::fromSignal(&frmExpidentify::nextRequested)))
-        emit nextRequested();
-    else
-        msgBox(tr("The treatment editor is not available in this version of Quillon."),
-            MsgButtons::OK, MsgIcon::Information);
+    emit nextRequested();
 }
 
 void frmExpidentify::cmdAddInfo_Click()

@@ -63,7 +63,6 @@ signals:
     // Other windows rebuild their captions with captionWithFile().
     void fileNameChanged(const QString& path);
     // Next was taken and its checks passed: the treatment editor is wanted.
-    // Without a receiver the window says that the editor isn't there.
     void nextRequested();
 
 protected:

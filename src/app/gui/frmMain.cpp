@@ -1,14 +1,17 @@
 #include "app/gui/frmMain.h"
 
 #include "app/AppState.h"
+#include "app/ChangesOnSave.h"
 #include "app/LocaleSettings.h"
 #include "app/RuntimeError.h"
 #include "app/StartUp.h"
 #include "app/UserInterface.h"
+#include "app/gui/HelpMenu.h"
 #include "app/gui/frmExpidentify.h"
 #include "app/gui/frmSaveFile.h"
 #include "app/gui/frmStartRefresh.h"
 #include "app/gui/frmStart_New.h"
+#include "editors/gui/EditorHost.h"
 #include "format/WriteFile.h"
 #include "print/gui/frmView.h"
 #include "validation/ExperimentDebugger.h"
@@ -35,6 +38,8 @@ constexpr float UnitsPerPixel = 15;
 frmMain::frmMain(QWidget* parent)
     : QMainWindow(parent)
     , m_mdi(new QMdiArea(this))
+    , m_editors(new EditorHost(
+          m_mdi, [this](const QString& name) { return menuAction(name); }, this))
 {
     setObjectName(QStringLiteral("frmMain"));
     m_mdi->setObjectName(QStringLiteral("mdiArea"));
@@ -102,12 +107,14 @@ void frmMain::buildMenus()
     addEntry(view, "mnuManageEdit", tr("Simulation &Management"));
     view->addSeparator();
     addEntry(view, "mnuViewCheck", tr("&Check Experiment"));
+    addEntry(view, "mnuViewChanges", tr("Chan&ges on Save"));
     addEntry(view, "mnuViewBugs", tr("&Debug"));
     addEntry(view, "mnuErrors", tr("&Errors"));
 
     QAction* refresh = menuBar()->addAction(tr("&Refresh"));
     refresh->setObjectName(QStringLiteral("mnuRefresh"));
     m_actions[QStringLiteral("mnuRefresh")] = refresh;
+    addHelpMenu(this);
 
     connectEntry("mnuFileNew", mnuFileNew_Click);
     connectEntry("mnuFileOpen", mnuFileOpen_Click);
@@ -119,17 +126,29 @@ void frmMain::buildMenus()
     connectEntry("mnuRefresh", mnuRefresh_Click);
     connectEntry("mnuRefresh2", mnuRefresh_Click);
     connectEntry("mnuViewCheck", [this] { mnuViewCheck_Click(); });
+    connectEntry("mnuViewChanges", [this] { mnuViewChanges_Click(); });
     connect(menuAction(QStringLiteral("mnuFileExit")), &QAction::triggered, this, &QWidget::close);
 
-    // The editors are not part of this version: their entries say so.
-    for (const char* name :
-        { "mnuEditCultivar", "mnuEditField", "mnuEditSoil", "mnuEditInitCond", "mnuEditPlanting",
-            "mnuEditIrrigation", "mnuEditFertilizer", "mnuEditResidue", "mnuEditChemicalApp",
-            "mnuEditTillage", "mnuEditEnvMod", "mnuHarvest", "mnuViewTreatments",
-            "EditSimOptGeneral", "mnuEnvironEdit", "mnuManageEdit", "mnuViewBugs", "mnuErrors" }) {
+    // The editors' entries and the forms they open; an editor that is not
+    // part of this version says so.
+    const std::pair<const char*, const char*> editorEntries[] = { { "mnuEditCultivar", "frmCult1" },
+        { "mnuEditField", "frmFields" }, { "mnuEditSoil", "frmSoilAnalysis" },
+        { "mnuEditInitCond", "frmInitCond" }, { "mnuEditPlanting", "frmPlantingEd" },
+        { "mnuEditIrrigation", "frmIrrigation" }, { "mnuEditFertilizer", "frmFertEdit" },
+        { "mnuEditResidue", "frmResidueEdit" }, { "mnuEditChemicalApp", "frmChemEdit" },
+        { "mnuEditTillage", "frmTillEdit" }, { "mnuEditEnvMod", "frmEnvMod" },
+        { "mnuHarvest", "frmHarvest" }, { "mnuViewTreatments", "frmViewTreatments" },
+        { "EditSimOptGeneral", "frmSim" }, { "mnuEnvironEdit", "" }, { "mnuManageEdit", "" },
+        { "mnuViewBugs", "" }, { "mnuErrors", "" } };
+    for (const auto& [name, form] : editorEntries) {
         QAction* action = menuAction(QLatin1String(name));
-        connect(
-            action, &QAction::triggered, this, [this, action] { notAvailable(action->text()); });
+        const QString formName = QLatin1String(form);
+        connect(action, &QAction::triggered, this, [this, action, formName] {
+            if (m_editors->knows(formName))
+                m_editors->open(formName);
+            else
+                notAvailable(action->text());
+        });
     }
 }
 
@@ -246,6 +265,9 @@ void frmMain::showIdentification()
         m_identificationChild = m_mdi->addSubWindow(window);
         m_identificationChild->setAttribute(Qt::WA_DeleteOnClose);
         m_identificationChild->setWindowIcon(QIcon());
+        // Next leads to the treatments.
+        connect(window, &frmExpidentify::nextRequested, this,
+            [this] { m_editors->open(QStringLiteral("frmViewTreatments")); });
         connect(window, &frmExpidentify::fileNameChanged, this, [this](const QString& path) {
             for (QMdiSubWindow* child : m_mdi->subWindowList()) {
                 if (child != m_identificationChild
@@ -280,14 +302,16 @@ std::optional<Identification> frmMain::identification() const
 
 QString frmMain::closeEditors()
 {
-    // No factor editor is part of this version, so none is ever open. The
-    // identification window stays: Save and Close read it.
-    return QString();
+    // The identification window stays: Save and Close read it.
+    return m_editors->closeEditor();
 }
 
 void frmMain::reopenEditor(const QString& name)
 {
-    Q_UNUSED(name) // the factor editors are not part of this version
+    if (m_editors->knows(name)) {
+        m_editors->open(name);
+        return;
+    }
     if (!m_identification) {
         showIdentification();
         return;
@@ -376,6 +400,11 @@ void frmMain::mnuViewCheck_Click()
     const validation::DebugResult result = validation::DebugFile();
     if (result.outcome == validation::DebugResult::Outcome::Findings && result.errorsFileWritten)
         showErrors(this, result.errorsFilePath);
+}
+
+void frmMain::mnuViewChanges_Click()
+{
+    showReport(this, tr("Changes on Save"), [] { return changesOnSave().join(QLatin1Char('\n')); });
 }
 
 void frmMain::closeEvent(QCloseEvent* event)

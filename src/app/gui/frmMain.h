@@ -14,6 +14,7 @@ class QMdiSubWindow;
 
 namespace quillon {
 
+class EditorHost;
 class frmExpidentify;
 
 // The main window: an MDI frame with the menu bar. The identification window
@@ -44,6 +45,8 @@ public:
     void mnuFilePrintPreview_Click();
     void mnuPrint_Click();
     void mnuViewCheck_Click();
+    // What Save would change in the file on disk, in the file view.
+    void mnuViewChanges_Click();
 
     // DocumentHost
     void setMenuState(MenuState state) override;
@@ -75,6 +78,7 @@ private:
     void showBackground(bool visible);
 
     QMdiArea* m_mdi;
+    EditorHost* m_editors;
     std::map<QString, QAction*> m_actions;
     int m_documentCount = 0;
     QPointer<frmExpidentify> m_identification;

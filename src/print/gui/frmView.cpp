@@ -136,6 +136,14 @@ void frmView::loadFile(const QString& path)
     m_RhTBView->setPlainText(print::readViewText(path));
 }
 
+void frmView::setSource(std::function<QString()> source)
+{
+    // A report has no columns to keep: its long lines wrap.
+    m_RhTBView->setLineWrapMode(QPlainTextEdit::WidgetWidth);
+    m_source = std::move(source);
+    m_RhTBView->setPlainText(m_source());
+}
+
 QString frmView::text() const
 {
     return m_RhTBView->toPlainText();
@@ -149,7 +157,9 @@ void frmView::cmdExit_Click()
 void frmView::cmdRefresh_Click()
 {
     const int line = m_RhTBView->textCursor().blockNumber();
-    if (m_writer && m_paneFile == print::ViewFilePath())
+    if (m_source)
+        m_RhTBView->setPlainText(m_source());
+    else if (m_writer && m_paneFile == print::ViewFilePath())
         m_RhTBView->setPlainText(print::writeViewText(m_writer, m_paneFile));
     else
         loadFile(m_paneFile);
@@ -258,6 +268,23 @@ void showErrors(QWidget* parent, const QString& path)
     view.loadFile(path);
     view.setWindowTitle(QStringLiteral("View Errors"));
     view.exec();
+}
+
+frmView* showReport(QWidget* parent, const QString& caption, std::function<QString()> source)
+{
+    static QPointer<frmView> report;
+    if (!report) {
+        // No writer: the window keeps no scratch file and leaves the
+        // preview's marks alone.
+        report = new frmView(print::Writer(), parent);
+        report->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    report->setWindowTitle(caption);
+    report->setSource(std::move(source));
+    report->show();
+    report->raise();
+    report->activateWindow();
+    return report;
 }
 
 } // namespace quillon

@@ -36,6 +36,8 @@ public:
 
     // Makes `path` the pane's file and shows it.
     void loadFile(const QString& path);
+    // Shows the text `source` gives; Refresh asks it again.
+    void setSource(std::function<QString()> source);
     QString text() const;
 
     void cmdExit_Click();
@@ -54,6 +56,7 @@ protected:
 private:
     print::Writer m_writer;
     std::function<void()> m_prepare;
+    std::function<QString()> m_source;
     QString m_paneFile;
     QPlainTextEdit* m_RhTBView;
     bool m_loaded = false;
@@ -81,5 +84,10 @@ void printFileView(
 
 // The checker's findings: `path` shown modally under the caption "View Errors".
 void showErrors(QWidget* parent, const QString& path);
+
+// A report of ours in the view, not modally, under its own caption: the
+// text `source` gives, made again by Refresh. Showing a report while one is
+// open replaces it in the same window.
+frmView* showReport(QWidget* parent, const QString& caption, std::function<QString()> source);
 
 } // namespace quillon
