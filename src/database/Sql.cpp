@@ -180,7 +180,12 @@ Rows::~Rows()
 
 QVariant Rows::value(const QString& column) const
 {
-    return m_query.value(m_record.indexOf(column));
+    // The record's own search compares the names without regard to case, one
+    // field after another; each name is searched for once, not once a row.
+    auto found = m_indexes.constFind(column);
+    if (found == m_indexes.cend())
+        found = m_indexes.insert(column, m_record.indexOf(column));
+    return m_query.value(*found);
 }
 
 QVariant scalar(const QString& sql, const QVariantList& params)

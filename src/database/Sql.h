@@ -2,6 +2,7 @@
 
 #include "app/RuntimeError.h"
 
+#include <QHash>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QSqlRecord>
@@ -62,6 +63,7 @@ private:
     QString m_sql;
     QSqlQuery m_query;
     QSqlRecord m_record;
+    mutable QHash<QString, int> m_indexes; // column name to index
     int m_generation;
 };
 // The first column of the first row, or an invalid QVariant without rows.

@@ -227,6 +227,11 @@ const ManagedFactor managedFactors[] = {
     { "IHARI", "Harvest", "LNHAR", "HDATE", "M", "/Harvest: " },
 };
 
+// A treatment's management codes. The checks ask for the columns they read,
+// not the whole row: the row's every column costs on each lookup.
+const QString managementCodes = QStringLiteral(
+    "Select IIRRI, IFERI, IRESI, IHARI From SimulationControlManagement Where LNSIM = ?");
+
 // The dated factors whose years must be weather years. `code` is the
 // management column that exempts them when it is "D", or null.
 struct DatedFactor {
@@ -324,14 +329,15 @@ void CheckWeatherFileExistence(Findings& findings)
         KnownRows weatherRows;
         // "Drop Table [Years]" and the table made anew.
         database::remakeTable(QStringLiteral("Years"),
-            QStringLiteral("Create Table [Years] (LNFLD Integer,") + QStringLiteral(" Year Integer)"));
+            QStringLiteral("Create Table [Years] (LNFLD Integer,")
+                + QStringLiteral(" Year Integer)"));
 
         for (const QSqlRecord& treatment : treatments()) {
             const QVariant level = treatment.value(QStringLiteral("LNFLD"));
             const QSqlRecord field
-                = currentRow(QStringLiteral("Select * From Fields Where LNFLD = ?"), level);
+                = currentRow(QStringLiteral("Select WSTA From Fields Where LNFLD = ?"), level);
             const QSqlRecord methods = currentRow(
-                QStringLiteral("Select * From SimulationControlMethods Where LNSIM = ?"),
+                QStringLiteral("Select MEWTH From SimulationControlMethods Where LNSIM = ?"),
                 treatment.value(QStringLiteral("LNSIM")));
             const WeatherKind kind = weatherKindOf(methods.value(QStringLiteral("MEWTH")));
 
@@ -364,7 +370,7 @@ void FindFieldYears_byLevel(int level, WeatherKind kind)
 {
     try {
         const QSqlRecord field
-            = currentRow(QStringLiteral("Select * From Fields Where LNFLD = ?"), level);
+            = currentRow(QStringLiteral("Select WSTA From Fields Where LNFLD = ?"), level);
         const QString station = trimSpaces(field.value(QStringLiteral("WSTA")).toString());
         const QString column = markColumn(kind);
         const QStringList codes = stationCodes(station, column);
@@ -389,9 +395,8 @@ void CheckApplications_Management(Findings& findings)
     try {
         LevelDates levelDates;
         for (const QSqlRecord& treatment : treatments()) {
-            const QSqlRecord management = currentRow(
-                QStringLiteral("Select * From SimulationControlManagement Where LNSIM = ?"),
-                treatment.value(QStringLiteral("LNSIM")));
+            const QSqlRecord management
+                = currentRow(managementCodes, treatment.value(QStringLiteral("LNSIM")));
             for (const ManagedFactor& factor : managedFactors) {
                 const QVariant code = management.value(QLatin1String(factor.code));
                 const QVariant level = treatment.value(QLatin1String(factor.level));
@@ -430,7 +435,7 @@ void CheckPlanting_date(Findings& findings)
         for (const QSqlRecord& treatment : treatments()) {
             const QVariant trtno = treatment.value(QStringLiteral("TRTNO"));
             const QSqlRecord simulation
-                = currentRow(QStringLiteral("Select * From SimulationControl Where LNSIM = ?"),
+                = currentRow(QStringLiteral("Select YRSIM From SimulationControl Where LNSIM = ?"),
                     treatment.value(QStringLiteral("LNSIM")));
             const QVariant plantingLevel = treatment.value(QStringLiteral("LNPLT"));
             if (plantingLevel.isNull())
@@ -445,7 +450,7 @@ void CheckPlanting_date(Findings& findings)
                 continue;
 
             const QSqlRecord planting = currentRow(
-                QStringLiteral("Select * From Planting Where LNPLT = ?"), plantingLevel);
+                QStringLiteral("Select YRPLT From Planting Where LNPLT = ?"), plantingLevel);
             const QVariant plantingDay = planting.value(QStringLiteral("YRPLT"));
             if (isBlank(plantingDay))
                 findings.add(
@@ -472,9 +477,8 @@ void CheckAllYears(Findings& findings)
         for (const QSqlRecord& treatment : treatments()) {
             const QVariant trtno = treatment.value(QStringLiteral("TRTNO"));
             const QVariant fieldLevel = treatment.value(QStringLiteral("LNFLD"));
-            const QSqlRecord management = currentRow(
-                QStringLiteral("Select * From SimulationControlManagement Where LNSIM = ?"),
-                treatment.value(QStringLiteral("LNSIM")));
+            const QSqlRecord management
+                = currentRow(managementCodes, treatment.value(QStringLiteral("LNSIM")));
             for (const DatedFactor& factor : datedFactors) {
                 if (factor.code) {
                     // Days after planting have no year; an unset code
