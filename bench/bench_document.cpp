@@ -8,6 +8,8 @@
 //   - File Save: write, empty the database, read the file back.
 // Run a Release build; the figures are printed in milliseconds.
 
+#include "HeadlessHost.h"
+
 #include "app/AppState.h"
 #include "app/DocumentCommands.h"
 #include "app/UserInterface.h"
@@ -27,58 +29,10 @@
 #include <vector>
 
 using namespace quillon;
+using bench::BenchUserInterface;
+using bench::HeadlessHost;
 
 namespace {
-
-class BenchUserInterface final : public UserInterface {
-public:
-    QString openAnswer;
-    int messages = 0;
-    MsgAnswer message(const QString& text, const QString& title, MsgIcon, MsgButtons) override
-    {
-        ++messages;
-        std::printf("message [%s]: %s\n", qPrintable(title), qPrintable(text));
-        return MsgAnswer::OK;
-    }
-    QString openFileName(const QString&, const QString&, const QString&) override
-    {
-        return openAnswer;
-    }
-    QString saveFileName(const QString&, const QString&, const QString&) override { return {}; }
-    PrintChoice choosePrinter() override { return {}; }
-    void progress(int) override { }
-    void endProgram() override { throw std::runtime_error("the program would end here"); }
-};
-
-// The windows without a screen: the identification is loaded as the real
-// window loads it, so that its cost is part of the figure.
-class HeadlessHost final : public DocumentHost {
-public:
-    void setMenuState(MenuState) override { }
-    void setEntryEnabled(const QString&, bool) override { }
-    bool isEntryEnabled(const QString&) const override { return true; }
-    void showIdentification() override
-    {
-        crops = cropList().size();
-        window = storedIdentification();
-    }
-    std::optional<Identification> identification() const override { return window; }
-    QString closeEditors() override { return {}; }
-    void reopenEditor(const QString&) override
-    {
-        if (!window)
-            showIdentification();
-    }
-    void unloadAllWindows() override { window.reset(); }
-    void rebuildCaptions(const QString&) override { }
-    void showStartNew() override { }
-    RefreshNotice showStartRefresh() override { return { true, false }; }
-    int showSaveFile() override { return 1; }
-    void setBusy(bool) override { }
-
-    std::optional<Identification> window;
-    size_t crops = 0;
-};
 
 void copyFolder(const QString& from, const QString& to)
 {
@@ -132,15 +86,7 @@ int main(int argc, char** argv)
     const QString suite = dir.filePath(QStringLiteral("TERVA48"));
     const QString program = dir.filePath(QStringLiteral("program"));
     copyFolder(QStringLiteral(QUILLON_SAMPLE_SUITE_DIR), suite);
-    QDir().mkpath(program);
-    const QDir tools(suite + QStringLiteral("/TOOLS/Quillon"));
-    for (const QString& def : tools.entryList({ QStringLiteral("*.def") }, QDir::Files))
-        QFile::copy(tools.filePath(def), QDir(program).filePath(def));
-
-    AppState& s = state();
-    s.AppFolder = QDir::toNativeSeparators(program) + QDir::separator();
-    s.DataFolder = QDir::toNativeSeparators(suite);
-    s.WorkDBPath = s.AppFolder + QStringLiteral("QUILLONTEMP2.mdb");
+    bench::useProgramFolder(program, suite);
     bench.openAnswer = QDir::toNativeSeparators(suite + QStringLiteral("/Maize/QLNV2101.MZX"));
     const int runs = argc > 1 ? std::max(1, atoi(argv[1])) : 15;
 

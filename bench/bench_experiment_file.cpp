@@ -7,8 +7,11 @@
 //   c) quillon-cli view, check and diff over 1,000 sample-size files in one
 //      process, and diff of the large generated file.
 //
-//   bench_experiment_file [--keep DIR] [a] [b] [c]
-// --keep leaves the generated files in DIR; naming parts runs only those.
+//   bench_experiment_file [--keep DIR] [--cli PATH] [a] [b] [c]
+// --keep leaves the generated files in DIR; --cli times another quillon-cli
+// (an earlier build, say); naming parts runs only those.
+
+#include "HeadlessHost.h"
 
 #include "LargeExperiment.h"
 #include "app/AppState.h"
@@ -44,6 +47,7 @@ using namespace quillon;
 namespace {
 
 const QString suiteDir = QStringLiteral(QUILLON_SAMPLE_SUITE_DIR);
+QString cliPath = QStringLiteral(QUILLON_CLI);
 
 class QuietUserInterface final : public UserInterface {
 public:
@@ -243,7 +247,7 @@ void cliBatch(const QString& folder)
         cli.setStandardErrorFile(QProcess::nullDevice());
         QElapsedTimer t;
         t.start();
-        cli.start(QStringLiteral(QUILLON_CLI), QStringList { command } + files + extra);
+        cli.start(cliPath, QStringList { command } + files + extra);
         cli.waitForFinished(-1);
         const double seconds = t.nsecsElapsed() / 1e9;
         return std::make_pair(seconds, cli.exitCode());
@@ -303,18 +307,15 @@ int main(int argc, char* argv[])
         QDir().mkpath(folder);
         parts = parts.mid(2);
     }
+    if (parts.size() > 1 && parts.first() == QLatin1String("--cli")) {
+        cliPath = parts.at(1);
+        parts = parts.mid(2);
+    }
     if (parts.isEmpty())
         parts = QStringList { QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c") };
 
     AppState& s = state();
-    const QString appFolder = folder + QStringLiteral("/app");
-    QDir().mkpath(appFolder);
-    QDir defaults(suiteDir + QStringLiteral("/TOOLS/Quillon"));
-    for (const QString& def : defaults.entryList({ QStringLiteral("*.def") }, QDir::Files))
-        QFile::copy(defaults.filePath(def), appFolder + QLatin1Char('/') + def);
-    s.AppFolder = QDir::toNativeSeparators(appFolder) + QDir::separator();
-    s.DataFolder = QDir::toNativeSeparators(QDir(suiteDir).absolutePath());
-    s.WorkDBPath = s.AppFolder + QStringLiteral("QUILLONTEMP2.mdb");
+    bench::useProgramFolder(folder + QStringLiteral("/app"), suiteDir);
 
     // The first open builds the working database and loads the suite's
     // lookups; the figures are of the opens behind it.

@@ -5,6 +5,8 @@
 //   - FindFieldDate for a field whose four-letter station has 30 files.
 // Run a Release build; the figures are printed in milliseconds.
 
+#include "SuiteGenerator.h"
+
 #include "app/AppState.h"
 #include "app/UserInterface.h"
 #include "database/Sql.h"
@@ -27,6 +29,10 @@
 #include <stdexcept>
 
 using namespace quillon;
+using bench::letters;
+using bench::number;
+using bench::soilProfile;
+using bench::writeFile;
 
 namespace {
 
@@ -46,57 +52,6 @@ public:
     void progress(int) override { }
     void endProgram() override { throw std::runtime_error("the program would end here"); }
 };
-
-void writeFile(const QString& path, const QByteArray& bytes)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        throw std::runtime_error("can't write " + path.toStdString());
-    file.write(bytes);
-}
-
-QByteArray number(double value, int width, int decimals)
-{
-    return QByteArray::number(value, 'f', decimals).rightJustified(width, ' ');
-}
-
-QByteArray letters(int index, int count)
-{
-    QByteArray text(count, 'A');
-    for (int i = count - 1; i >= 0; --i) {
-        text[i] = char('A' + index % 26);
-        index /= 26;
-    }
-    return text;
-}
-
-QByteArray soilProfile(const QByteArray& code, int layers)
-{
-    QByteArray text;
-    text += "*" + code.leftJustified(10) + "  SCS         SIC     150 Generated soil " + code
-        + "\r\n";
-    text += "@SITE        COUNTRY          LAT     LONG SCS FAMILY\r\n";
-    text += " Generated   Nowhere        10.000   20.000 Fine, mixed, isohyperthermic Typic "
-            "Haplustox, generated for timing\r\n";
-    text += "@ SCOM  SALB  SLU1  SLDR  SLRO  SLNF  SLPF  SMHB  SMPX  SMKE\r\n";
-    text += "    BN  0.13   6.0  0.30  85.0  1.00  1.00 IB001 IB001 IB001\r\n";
-    text += "@  SLB  SLMH  SLLL  SDUL  SSAT  SRGF  SSKS  SBDM  SLOC  SLCL  SLSI  SLCF  SLNI  SLHW  "
-            "SLHB  SCEC  SADC\r\n";
-    for (int i = 1; i <= layers; ++i) {
-        text += " " + number(i * 20, 5, 0) + "   -99  " + number(0.1 + i * 0.01, 5, 3) + " "
-            + number(0.25 + i * 0.01, 5, 3) + "  0.40  1.00  0.23 " + number(1.2 + i * 0.02, 5, 2)
-            + "  1.20  30.0  40.0   -99  0.10   6.5   -99  10.0   -99   -99   -99   -99   -99   "
-              "-99   -99   -99\r\n";
-    }
-    text += "@  SLB  SLPX  SLPT  SLPO CACO3  SLAL  SLFE  SLMN  SLBS  SLPA  SLPB  SLKE  SLMG  SLNA  "
-            "SLSU  SLEC  SLCA\r\n";
-    for (int i = 1; i <= layers; ++i)
-        text += " " + number(i * 20, 5, 0)
-            + "   -99   -99   -99   -99   -99   -99   -99   -99   -99   -99   -99   -99   -99   "
-              "-99   -99   -99   -99   -99   -99   -99   -99\r\n";
-    return text;
-}
 
 // The suite: profile, code files, weather, cultivar and soil files.
 struct Suite {

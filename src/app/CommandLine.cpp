@@ -8,7 +8,11 @@ namespace quillon {
 
 void takeCommandLine(AppState& s, const QString& platformCommandLine)
 {
-    s.CommandLine = s.CommandLine == QLatin1String("55") ? QString() : platformCommandLine;
+    // "55" is the mark of a used-up command line, whether an earlier Close
+    // left it in CommandLine or it is what the program was started with.
+    const bool usedUp = s.CommandLine == QLatin1String("55")
+        || platformCommandLine.trimmed() == QLatin1String("55");
+    s.CommandLine = usedUp ? QString() : platformCommandLine;
     s.CommandArgs.clear();
     s.OpenFromCommand = false;
     s.NewFromCommand = false;

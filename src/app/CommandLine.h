@@ -16,7 +16,7 @@ struct AppState;
 // With two or more fields the program starts in CommandFolder (Main sets
 // DataFolder so).
 // "55" is the value a Close leaves in CommandLine, never a command: a
-// CommandLine of "55" counts as none.
+// CommandLine of "55", and a command line that is "55", count as none.
 void takeCommandLine(AppState& state, const QString& platformCommandLine);
 
 // Whether an open request names no file but asks for a new one: a path

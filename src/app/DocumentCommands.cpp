@@ -364,8 +364,10 @@ void mnuFileOpen_Click()
     host.showIdentification();
     s.DocumentOpen = true;
     ui().progress(-1);
-    if (s.NegativeEnvValue)
+    if (s.NegativeEnvValue) {
         msgBox(negativeEnvValue, MsgButtons::OK, MsgIcon::Critical, errorTitle);
+        s.NegativeEnvValue = false;
+    }
     host.setEntryEnabled(QStringLiteral("mnuRefresh"), true);
     host.setEntryEnabled(QStringLiteral("mnuRefresh2"), true);
 }

@@ -3,6 +3,7 @@
 #include "app/AppState.h"
 #include "app/UserInterface.h"
 #include "database/Sql.h"
+#include "database/WorkDBCheck.h"
 #include "database/WorkDatabase.h"
 #include "format/ReadFile.h"
 #include "reference/CodeTables.h"
@@ -21,24 +22,26 @@ namespace quillon {
 namespace {
 
 // A working database whose profile table is empty was left half-built: it
-// is deleted so that it is built anew. One that can't even be read is
-// beyond that: the user is told to delete it, and the program ends.
+// is deleted so that it is built anew. A damaged file is beyond that: the
+// user is told to delete it, and the program ends; so it does for one that
+// can't be read at all, with `unreadableMessage`.
 void dropDamagedWorkDatabase(const QString& unreadableMessage)
 {
     const QString path = state().WorkDBPath;
     if (!QFile::exists(path))
         return;
-    const bool opened = (database::isWorkDBOpen() && database::WorkDB().databaseName() == path)
-        || database::openWorkDB(path);
-    const RuntimeError e = opened ? database::tryExec(QStringLiteral("SELECT COUNT(*) FROM TERVAPRO"))
-                                  : RuntimeError(err::Other, QString());
-    if (e.number() != 0) {
-        msgBox(unreadableMessage);
-        endProgram();
-    }
-    if (database::rowCount(QStringLiteral("TERVAPRO")) == 0) {
+    switch (database::examineWorkDB(path)) {
+    case database::WorkDBCondition::Sound:
+        return;
+    case database::WorkDBCondition::Empty:
         database::closeWorkDB();
         QFile::remove(path);
+        return;
+    case database::WorkDBCondition::Damaged:
+        database::reportDamagedWorkDB();
+    case database::WorkDBCondition::Unreadable:
+        msgBox(unreadableMessage);
+        endProgram();
     }
 }
 
@@ -47,7 +50,11 @@ void dropDamagedWorkDatabase(const QString& unreadableMessage)
 void clearLastDocument()
 {
     validation::DeleteRelations();
-    database::CleanDataBase_Partially();
+    // The soil listing stays when the soil files are as it found them: the
+    // soil lookup below gives the same rows back without refilling the table.
+    database::CleanDataBase_Partially(reference::SoilLookupStands()
+            ? QStringList { QStringLiteral("SoilLookup") }
+            : QStringList());
     reference::CreateSIMLookUp();
     reference::CreateSoilLookup();
 }

@@ -6,6 +6,8 @@
 #include "app/OpenExperiment.h"
 #include "app/RuntimeError.h"
 #include "cli/ConsoleUserInterface.h"
+#include "database/Sql.h"
+#include "database/WorkDBCheck.h"
 #include "database/WorkDatabase.h"
 #include "format/ChangesReport.h"
 #include "format/FileWriter.h"
@@ -20,7 +22,11 @@
 #include <QTemporaryDir>
 
 #include <cstdio>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 #include <memory>
+#include <optional>
 
 using namespace quillon;
 
@@ -150,7 +156,13 @@ bool printChanges(const QString& file, const QString& path, bool all, int& withC
 } // namespace
 
 int main(int argc, char* argv[])
-{
+try {
+#ifdef __GLIBC__
+    // A batch frees and takes the same large blocks file after file: the C
+    // library keeps freed memory rather than give it back to the system and
+    // fault it in again for the next file.
+    mallopt(M_TRIM_THRESHOLD, 64 * 1024 * 1024);
+#endif
     QCoreApplication app(argc, argv);
     Options options;
     QString error;
@@ -181,15 +193,23 @@ int main(int argc, char* argv[])
 
     int failures = 0;
     int withFindings = 0;
+    // The files after the first share one transaction, begun once the first
+    // has made the working database ready: it is written to disk once, at
+    // the end, instead of once a file.
+    std::optional<database::Transaction> batch;
     for (const QString& file : options.files) {
         const QString path = QDir::toNativeSeparators(QFileInfo(file).absoluteFilePath());
         s.ExpFilePath = path;
         try {
             openExperiment(path);
         } catch (const cli::ProgramEnded&) {
+            if (database::workDBDamageReported())
+                throw;
             ++failures;
             continue;
         }
+        if (!batch)
+            batch.emplace();
         if (options.command == QLatin1String("view")) {
             format::FileWriter w;
             format::writeExperiment(w, QFileInfo(path).fileName());
@@ -211,9 +231,19 @@ int main(int argc, char* argv[])
                 ++withFindings;
         }
     }
+    if (batch)
+        batch->commit();
     database::closeWorkDB();
     std::fflush(stdout);
     if (options.command != QLatin1String("view"))
         return failures > 0 ? ExitUsage : withFindings > 0 ? 1 : 0;
     return failures > 0 ? 1 : 0;
+} catch (const cli::ProgramEnded&) {
+    // A damaged working database spoils every file after it: the run stops
+    // and says which file to delete.
+    if (database::workDBDamageReported())
+        std::fprintf(stderr,
+            "quillon-cli: the working database %s is damaged: delete it and run again\n",
+            qPrintable(state().WorkDBPath));
+    return ExitUsage;
 }

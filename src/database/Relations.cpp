@@ -68,9 +68,8 @@ QStringList triggerNames(const QString& name)
     return names;
 }
 
-bool triggersExist(const QString& name)
+bool triggersExist(const QString& name, int version)
 {
-    const int version = schemaVersion();
     const QString key = verifiedKey(name);
     if (verifiedAt().value(key, -1) == version)
         return true;
@@ -121,6 +120,22 @@ void createTriggers(const Relation& r)
              .arg(base, r.parentTable, r.parentField, r.childTable, r.childField, active));
 }
 
+// The rows of the child table that name a value the parent doesn't have.
+QString orphanCount(const Relation& r)
+{
+    return QStringLiteral("SELECT COUNT(*) FROM [%1] c WHERE c.[%2] IS NOT NULL AND NOT EXISTS "
+                          "(SELECT 1 FROM [%4] p WHERE p.[%3] = c.[%2])")
+        .arg(r.childTable, r.childField, r.parentField, r.parentTable);
+}
+
+QString nameList(const QStringList& names)
+{
+    QStringList quoted;
+    for (const QString& name : names)
+        quoted << quotedText(name);
+    return quoted.join(QLatin1Char(','));
+}
+
 } // namespace
 
 void createRelation(const Relation& r)
@@ -135,10 +150,7 @@ void createRelation(const Relation& r)
     const QString known = entry.mid(2);
     // Like the data it is to guard, a relation can't be made over rows that
     // already break it.
-    const int orphans = scalar(QStringLiteral("SELECT COUNT(*) FROM [%1] WHERE [%2] IS NOT NULL AND [%2] NOT IN "
-                                              "(SELECT [%3] FROM [%4] WHERE [%3] IS NOT NULL)")
-                                   .arg(r.childTable, r.childField, r.parentField, r.parentTable))
-                            .toInt();
+    const int orphans = scalar(orphanCount(r)).toInt();
     if (orphans > 0)
         throw RuntimeError(err::RelatedRecordRequired,
             QStringLiteral("Data in the table '%1' violates referential integrity rules.").arg(r.childTable));
@@ -147,7 +159,7 @@ void createRelation(const Relation& r)
     const QString signature = signatureOf(r);
     // The triggers stay from an earlier use of the name unless the relation
     // now links other columns, or a table they sat on was dropped since.
-    if (known != signature || !triggersExist(r.name)) {
+    if (known != signature || !triggersExist(r.name, schemaVersion())) {
         dropTriggers(r.name);
         createTriggers(r);
         verifiedAt().insert(verifiedKey(r.name), schemaVersion());
@@ -155,6 +167,59 @@ void createRelation(const Relation& r)
     exec(QStringLiteral("INSERT OR REPLACE INTO [%1] (Name, Signature, Active) VALUES (?, ?, 1)").arg(registry),
         { r.name, signature });
     transaction.commit();
+}
+
+void createRelations(const std::vector<Relation>& relations)
+{
+    ensureRegistry();
+    // A relation whose registry row and triggers stand from an earlier use,
+    // and that isn't in force, only needs the check of its rows and the mark
+    // in the registry: those checks run as one statement, the marks as
+    // another. Any other goes the long way, one by one.
+    QHash<QString, QString> entries;
+    QSqlQuery q
+        = select(QStringLiteral("SELECT Name, Active || ':' || Signature FROM [%1]").arg(registry));
+    while (q.next())
+        entries.insert(q.value(0).toString().toLower(), q.value(1).toString());
+    q.finish();
+    const int version = schemaVersion();
+    std::vector<const Relation*> quick;
+    QStringList counts;
+    for (const Relation& r : relations) {
+        const QString entry = entries.value(r.name.toLower());
+        if (entry == QStringLiteral("0:") + signatureOf(r) && triggersExist(r.name, version)) {
+            quick.push_back(&r);
+            counts << QLatin1Char('(') + orphanCount(r) + QLatin1Char(')');
+        } else {
+            try {
+                createRelation(r);
+            } catch (const RuntimeError&) {
+                // Not made: it stays out of force.
+            }
+        }
+    }
+    if (quick.empty())
+        return;
+    // The counts come as one text, so that the statement is a kept one.
+    const QStringList orphans
+        = scalar(QStringLiteral("SELECT ") + counts.join(QStringLiteral(" || ' ' || ")))
+              .toString()
+              .split(QLatin1Char(' '));
+    QStringList sound;
+    for (int i = 0; i < int(quick.size()) && i < orphans.size(); ++i) {
+        if (orphans.at(i) == QLatin1String("0"))
+            sound << quick[size_t(i)]->name;
+    }
+    if (!sound.isEmpty())
+        exec(QStringLiteral("UPDATE [%1] SET Active = 1 WHERE Name IN (%2)")
+                 .arg(registry, nameList(sound)));
+}
+
+void deleteRelations(const QStringList& names)
+{
+    ensureRegistry();
+    exec(QStringLiteral("UPDATE [%1] SET Active = 0 WHERE Active = 1 AND Name IN (%2)")
+             .arg(registry, nameList(names)));
 }
 
 void deleteRelation(const QString& name)

@@ -3,6 +3,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <vector>
+
 namespace quillon::database {
 
 // A named link between a parent table's key and a child table's column,
@@ -23,6 +25,13 @@ void createRelation(const Relation& relation);
 // Removes the relation by name. Throws RuntimeError (ItemNotFound) if there
 // is none of that name.
 void deleteRelation(const QString& name);
+
+// Makes each relation of the list as createRelation() does, skipping those
+// that can't be made; the others are made all the same.
+void createRelations(const std::vector<Relation>& relations);
+// Removes the relations of these names that are in force; other names are
+// passed over.
+void deleteRelations(const QStringList& names);
 bool relationExists(const QString& name);
 // The names of the relations in force.
 QStringList relationNames();

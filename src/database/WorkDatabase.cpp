@@ -36,11 +36,13 @@ void createTable(const TableDef& table)
     installFieldChecks(table);
 }
 
-// Runs "Delete * From" over the list; the first failure is reported with the
-// tail and ends the list.
-void deleteAll(const QStringList& tables, const QString& tail)
+// Runs "Delete * From" over the list, but for the tables in `keep`; the
+// first failure is reported with the tail and ends the list.
+void deleteAll(const QStringList& tables, const QString& tail, const QStringList& keep = {})
 {
     for (const QString& table : tables) {
+        if (keep.contains(table, Qt::CaseInsensitive))
+            continue;
         const RuntimeError e = tryExec(QStringLiteral("DELETE FROM [%1]").arg(table));
         if (e.number() != 0) {
             reportError(e.text(), tail);
@@ -95,25 +97,39 @@ const QStringList& cleanDataBasePartiallyTables()
 
 void CleanDataBase() { deleteAll(cleanDataBaseTables(), QStringLiteral(" in CleanDatabase/frmMain.")); }
 
-void CleanDataBase_Partially()
+void CleanDataBase_Partially(const QStringList& keep)
 {
-    deleteAll(cleanDataBasePartiallyTables(), QStringLiteral(" in CleanDataBase_Partially/frmMain."));
+    deleteAll(cleanDataBasePartiallyTables(),
+        QStringLiteral(" in CleanDataBase_Partially/frmMain."), keep);
 }
 
-bool openWorkDB(const QString& path)
+bool openWorkDB(const QString& path, QSqlError* error)
 {
     closeWorkDB();
     QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connectionName());
     db.setDatabaseName(path);
-    if (!db.open())
+    if (!db.open()) {
+        if (error)
+            *error = db.lastError();
         return false;
+    }
     QSqlQuery pragma(db);
     // The working database is a scratch copy of a file and of the suite's
-    // lookups: speed matters more than surviving a power cut.
+    // lookups: speed matters more than surviving a power cut. Without a
+    // synced journal on disk, a crash or power loss in the middle of a
+    // write can leave pages half written and the file damaged. That is
+    // acceptable because nothing in it is lost for good (deleting the file,
+    // as Refresh does, rebuilds it from the suite and the experiment file)
+    // and because Open and New check the file before they first use it in a
+    // run (examineWorkDB): a damaged file is named as the culprit and the
+    // user told to delete it, instead of failing later in some routine that
+    // would blame a suite file.
     pragma.exec(QStringLiteral("PRAGMA synchronous = OFF"));
     pragma.exec(QStringLiteral("PRAGMA journal_mode = MEMORY"));
     // Does the file hold a database at all? A query fails if not.
     if (!pragma.exec(QStringLiteral("SELECT COUNT(*) FROM sqlite_master"))) {
+        if (error)
+            *error = pragma.lastError();
         closeWorkDB();
         return false;
     }

@@ -3,6 +3,8 @@
 #include <QString>
 #include <QStringList>
 
+class QSqlError;
+
 namespace quillon::database {
 
 // Opens the working database at state().WorkDBPath, building its schema
@@ -17,15 +19,18 @@ void CleanDataBase();
 
 // Empties the experiment tables and those that depend on the current file,
 // and keeps the lookups that don't (" in CleanDataBase_Partially/frmMain.").
-void CleanDataBase_Partially();
+// Tables named in `keep` are left as they are: the caller knows that they
+// already hold what would be put back into them.
+void CleanDataBase_Partially(const QStringList& keep = {});
 
 // The tables each routine empties, in its order.
 const QStringList& cleanDataBaseTables();
 const QStringList& cleanDataBasePartiallyTables();
 
 // Opens the file at `path` as the working database without building
-// anything. Returns false when the file can't be opened.
-bool openWorkDB(const QString& path);
+// anything. Returns false when the file can't be opened or holds no
+// database, with the reason in `error` when one is given.
+bool openWorkDB(const QString& path, QSqlError* error = nullptr);
 // Closes the working database if it is open.
 void closeWorkDB();
 bool isWorkDBOpen();

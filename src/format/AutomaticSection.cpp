@@ -42,7 +42,7 @@ struct StartYear {
 
 StartYear startYear(double level)
 {
-    QSqlQuery q = database::select(QStringLiteral("SELECT YRSIM FROM SimulationControl WHERE LNSIM = ?"),
+    database::Rows q(QStringLiteral("SELECT YRSIM FROM SimulationControl WHERE LNSIM = ?"),
         { static_cast<qlonglong>(std::nearbyint(level)) });
     if (!q.next())
         throw RuntimeError(err::NoCurrentRecord, QStringLiteral("No current record."));

@@ -86,9 +86,10 @@ void readTillageSection(LineCursor& c)
 
 void writeChemicalsSection(FileWriter& w)
 {
-    const bool written = writeNamedEvents(w, ChemicalTables, QStringLiteral("*CHEMICAL APPLICATIONS"),
+    const bool written = writeNamedEvents(w, ChemicalTables,
+        QStringLiteral("*CHEMICAL APPLICATIONS"),
         QStringLiteral("@C CDATE CHCOD CHAMT  CHME CHDEP   CHT..CHNAME"), validation::Find_CHNAME,
-        [](const QSqlQuery& q) {
+        [](const database::Rows& q) {
             return rightJustified(textOr99(q.value(QStringLiteral("CDate"))), 5)
                 + rightJustified(textOr99(q.value(QStringLiteral("CHCOD"))), 6)
                 + rightJustified(amountText(q.value(QStringLiteral("CHAMT"))), 6)
@@ -109,7 +110,8 @@ void writeChemicalsSection(FileWriter& w)
 void writeTillageSection(FileWriter& w)
 {
     if (writeNamedEvents(w, TillageTables, QStringLiteral("*TILLAGE AND ROTATIONS"),
-            QStringLiteral("@T TDATE TIMPL  TDEP TNAME"), validation::Find_TillNAME, [](const QSqlQuery& q) {
+            QStringLiteral("@T TDATE TIMPL  TDEP TNAME"), validation::Find_TillNAME,
+            [](const database::Rows& q) {
                 return rightJustified(textOr99(q.value(QStringLiteral("TDATE"))), 5)
                     + rightJustified(textOr99(q.value(QStringLiteral("TIMPL"))), 6)
                     + rightJustified(roundedOr99(q.value(QStringLiteral("TDEP")), 0), 6) + QLatin1Char(' ');

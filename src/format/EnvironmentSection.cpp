@@ -45,6 +45,7 @@ const Variable Variables[] = {
 
 // An adjustment: a blank column stores nothing; a negative value is stored
 // as NULL and, unless it is exactly -99, marks the file as holding one.
+// Otherwise the leading number is stored ("2C" is 2, text alone 0).
 QVariant adjustmentCell(const QString& line, int test, int start)
 {
     if (line.size() <= test)
@@ -58,7 +59,7 @@ QVariant adjustmentCell(const QString& line, int test, int start)
             state().NegativeEnvValue = true;
         return {};
     }
-    return t;
+    return value;
 }
 
 // A factor and its adjustment as written: a pair without both parts is an
@@ -156,7 +157,7 @@ void writeEnvironmentSection(FileWriter& w)
 {
     if (writeNamedEvents(w, EnvironmentTables, QStringLiteral("*ENVIRONMENT MODIFICATIONS"),
             QStringLiteral("@E ODATE EDAY  ERAD  EMAX  EMIN  ERAIN ECO2  EDEW  EWIND ENVNAME  "),
-            validation::Find_EnvNAME, [](const QSqlQuery& q) {
+            validation::Find_EnvNAME, [](const database::Rows& q) {
                 QString text = rightJustified(textOr99(q.value(QStringLiteral("WMDATE"))), 5);
                 for (const Variable& v : Variables)
                     text += pairText(v, q.value(QLatin1String(v.factor)), q.value(QLatin1String(v.adjustment)));
@@ -168,8 +169,8 @@ void writeEnvironmentSection(FileWriter& w)
 void writeHarvestSection(FileWriter& w)
 {
     if (writeNamedEvents(w, HarvestTables, QStringLiteral("*HARVEST DETAILS"),
-            QStringLiteral("@H HDATE  HSTG  HCOM HSIZE   HPC  HBPC HNAME"), validation::Find_HarNAME,
-            [](const QSqlQuery& q) {
+            QStringLiteral("@H HDATE  HSTG  HCOM HSIZE   HPC  HBPC HNAME"),
+            validation::Find_HarNAME, [](const database::Rows& q) {
                 return rightJustified(textOr99(q.value(QStringLiteral("HDATE"))), 5)
                     + rightJustified(stageText(q.value(QStringLiteral("HSTG"))), 6)
                     + rightJustified(textOr99(q.value(QStringLiteral("HCOM"))), 6)

@@ -37,7 +37,11 @@ int levelOf(const QString& line)
 
 QVariant numberCell(const QString& line, int test, int start, int width)
 {
-    return textCell(line, test, start, width);
+    const QString t = presentColumn(line, test, start, width);
+    if (t.isNull())
+        return {};
+    const double value = leadingNumber(t);
+    return value < 0 ? QVariant() : QVariant(value);
 }
 
 QVariant textCell(const QString& line, int test, int start, int width)
@@ -63,8 +67,12 @@ database::Values typedRow(const QString& table, const database::Values& values)
     database::Values typed;
     typed.reserve(values.size());
     for (const auto& [field, value] : values) {
-        if (value.typeId() == QMetaType::QString && !value.isNull())
+        if (value.isNull())
+            typed.emplace_back(field, value);
+        else if (value.typeId() == QMetaType::QString)
             typed.emplace_back(field, fieldValue(table, field, value.toString()));
+        else if (value.typeId() == QMetaType::Double)
+            typed.emplace_back(field, fieldNumber(table, field, value.toDouble()));
         else
             typed.emplace_back(field, value);
     }
@@ -151,11 +159,12 @@ QString roundedOr99(const QVariant& value, int digits)
 
 bool writeNamedEvents(FileWriter& w, const NamedEventTables& tables, const QString& title,
     const QString& header, QString (*find)(const QVariant&),
-    const std::function<QString(const QSqlQuery&)>& cells)
+    const std::function<QString(const database::Rows&)>& cells)
 {
     const QString table = QLatin1String(tables.events);
     const QString levelField = QLatin1String(tables.levelColumn);
-    QSqlQuery q = database::select(QStringLiteral("SELECT * FROM [%1] ORDER BY [%2], rowid").arg(table, levelField));
+    database::Rows q(
+        QStringLiteral("SELECT * FROM [%1] ORDER BY [%2], rowid").arg(table, levelField));
     if (!q.next())
         return false;
     w.line();

@@ -27,8 +27,8 @@ int levelOf(const QString& line);
 
 // A numeric cell: NULL when the line isn't longer than `test`, when the
 // column is blank, or when its leading number is negative (so "-99" never
-// reaches a table); otherwise the column trimmed, which becomes a number
-// when the row is typed (see typedRow).
+// reaches a table); otherwise the leading number of the column, so that
+// "90kg" reads as 90 and a column without a number as 0.
 QVariant numberCell(const QString& line, int test, int start, int width);
 
 // A text cell: NULL as for numberCell (a code's leading number is 0, so a
@@ -44,6 +44,7 @@ QVariant dateCell(const QString& line, bool padFour);
 // The row with each text value converted by its field's type, as the
 // engine does when a field is given text: a number field refuses text that
 // isn't a number ("Data type conversion error."), which costs the line.
+// Numbers take the field's type too (an Integer field rounds them).
 database::Values typedRow(const QString& table, const database::Values& values);
 
 // The tables a named event reader stores into: the event table, its level
@@ -113,6 +114,6 @@ private:
 // a level. The comments behind the block are the caller's.
 bool writeNamedEvents(FileWriter& w, const NamedEventTables& tables, const QString& title,
     const QString& header, QString (*find)(const QVariant&),
-    const std::function<QString(const QSqlQuery&)>& cells);
+    const std::function<QString(const database::Rows&)>& cells);
 
 } // namespace quillon::format::events

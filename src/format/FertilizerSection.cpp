@@ -89,8 +89,9 @@ void readResiduesSection(LineCursor& c)
 void writeFertilizersSection(FileWriter& w)
 {
     if (writeNamedEvents(w, FertilizerTables, QStringLiteral("*FERTILIZERS (INORGANIC)"),
-            QStringLiteral("@F FDATE  FMCD  FACD  FDEP  FAMN  FAMP  FAMK  FAMC  FAMO  FOCD FERNAME"),
-            validation::Find_FERNAME, [](const QSqlQuery& q) {
+            QStringLiteral(
+                "@F FDATE  FMCD  FACD  FDEP  FAMN  FAMP  FAMK  FAMC  FAMO  FOCD FERNAME"),
+            validation::Find_FERNAME, [](const database::Rows& q) {
                 QString text = rightJustified(textOr99(q.value(QStringLiteral("FDAY"))), 5)
                     + rightJustified(textOr99(q.value(QStringLiteral("IFTYPE"))), 6)
                     + rightJustified(textOr99(q.value(QStringLiteral("FERCOD"))), 6);
@@ -105,7 +106,7 @@ void writeResiduesSection(FileWriter& w)
 {
     if (writeNamedEvents(w, ResidueTables, QStringLiteral("*RESIDUES AND ORGANIC FERTILIZER"),
             QStringLiteral("@R RDATE  RCOD  RAMT  RESN  RESP  RESK  RINP  RDEP  RMET RENAME"),
-            validation::Find_RESNAME, [](const QSqlQuery& q) {
+            validation::Find_RESNAME, [](const database::Rows& q) {
                 return rightJustified(textOr99(q.value(QStringLiteral("RESDAY"))), 5)
                     + rightJustified(textOr99(q.value(QStringLiteral("RESCOD"))), 6)
                     + rightJustified(roundedOr99(q.value(QStringLiteral("RESIDUE")), 0), 6)

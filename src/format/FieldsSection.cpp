@@ -150,7 +150,7 @@ QString nextFreeName(const QString& name)
 
 qint64 nextFreeLevel()
 {
-    QSqlQuery q = database::select(QStringLiteral("Select LNFLD From Fields Order by LNFLD"));
+    database::Rows q(QStringLiteral("Select LNFLD From Fields Order by LNFLD"));
     qint64 last = 0;
     while (q.next())
         last = q.value(0).toLongLong();
@@ -162,7 +162,7 @@ QString spaces(int count)
     return QString(qMax(0, count), QLatin1Char(' '));
 }
 
-QString firstGroupLine(const QSqlQuery& q)
+QString firstGroupLine(const database::Rows& q)
 {
     const auto v = [&q](const char* field) { return q.value(QLatin1String(field)); };
     const QString name = textOr99(v("FLDNAM"));
@@ -186,7 +186,7 @@ QString firstGroupLine(const QSqlQuery& q)
     return text;
 }
 
-QString secondGroupLine(const QSqlQuery& q)
+QString secondGroupLine(const database::Rows& q)
 {
     struct Cell {
         const char* field;
@@ -303,7 +303,7 @@ void writeFieldsSection(FileWriter& w)
 {
     QStringList first;
     QStringList second;
-    QSqlQuery q = database::select(QStringLiteral("Select * from Fields Order By LNFLD"));
+    database::Rows q(QStringLiteral("Select * from Fields Order By LNFLD"));
     while (q.next()) {
         first << firstGroupLine(q);
         second << secondGroupLine(q);

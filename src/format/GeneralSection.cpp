@@ -43,7 +43,7 @@ HeldGeneral& held()
 void loadHeld()
 {
     HeldGeneral h;
-    QSqlQuery q = database::select(QStringLiteral("SELECT PEOPLE, ADDRESS, SITE FROM GeneralInfo"));
+    database::Rows q(QStringLiteral("SELECT PEOPLE, ADDRESS, SITE FROM GeneralInfo"));
     if (q.next()) {
         h.people = q.value(0).toString();
         h.address = q.value(1).toString();
@@ -142,10 +142,10 @@ void readPlotLine(const QString& line)
 
 QVariantList firstRow(const QString& sql)
 {
-    QSqlQuery q = database::select(sql);
+    database::Rows q(sql);
     QVariantList values;
     if (q.next()) {
-        for (int i = 0; i < q.record().count(); ++i)
+        for (int i = 0; i < q.columnCount(); ++i)
             values << q.value(i);
     }
     return values;

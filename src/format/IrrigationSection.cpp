@@ -167,7 +167,7 @@ void writeIrrigationSection(FileWriter& w)
     // Whether any application has a water volume decides the dates header of
     // every level, and the writing doesn't change it: asked once.
     const bool longForm = FindIIRV();
-    QSqlQuery q = database::select(QStringLiteral("SELECT * FROM Irrigation ORDER BY LNIR"));
+    database::Rows q(QStringLiteral("SELECT * FROM Irrigation ORDER BY LNIR"));
     while (q.next()) {
         const QVariant level = q.value(QStringLiteral("LNIR"));
         if (level.isNull())
@@ -185,8 +185,9 @@ void writeIrrigationSection(FileWriter& w)
             + rightJustified(numberOr99(q.value(QStringLiteral("AIRAMX"))), 6)
             + QLatin1Char(' ') + name);
 
-        QSqlQuery a = database::select(
-            QStringLiteral("SELECT * FROM IrrigApplications WHERE LNIR = ? ORDER BY rowid"), { level });
+        database::Rows a(
+            QStringLiteral("SELECT * FROM IrrigApplications WHERE LNIR = ? ORDER BY rowid"),
+            { level });
         bool first = true;
         while (a.next()) {
             const QVariant date = a.value(QStringLiteral("IDLAPL"));

@@ -189,43 +189,55 @@ QString maskedNumber(const QVariant& value, const QString& mask)
 
 double leadingNumber(const QString& text)
 {
-    QString s;
-    s.reserve(text.size());
+    // The characters of the number, blanks left out, into a small buffer: a
+    // cell is a few characters wide.
+    char number[64];
+    int n = 0;
     for (QChar c : text) {
-        if (c != QLatin1Char(' ') && c != QLatin1Char('\t') && c != QLatin1Char('\n') && c != QLatin1Char('\r'))
-            s += c;
+        if (c == QLatin1Char(' ') || c == QLatin1Char('\t') || c == QLatin1Char('\n')
+            || c == QLatin1Char('\r'))
+            continue;
+        if (c.unicode() >= 128 || n == int(sizeof number))
+            break;
+        number[n++] = char(c.unicode());
     }
+    const auto isDigit = [&number](int i) { return number[i] >= '0' && number[i] <= '9'; };
     int i = 0;
-    const int n = s.size();
-    if (i < n && (s[i] == QLatin1Char('-') || s[i] == QLatin1Char('+')))
+    const bool negative = i < n && number[i] == '-';
+    if (i < n && (number[i] == '-' || number[i] == '+'))
         ++i;
     const int digitsStart = i;
-    while (i < n && s[i].isDigit() && s[i].unicode() < 128)
+    while (i < n && isDigit(i))
         ++i;
-    if (i < n && s[i] == QLatin1Char('.')) {
+    if (i < n && number[i] == '.') {
         ++i;
-        while (i < n && s[i].isDigit() && s[i].unicode() < 128)
+        while (i < n && isDigit(i))
             ++i;
     }
-    if (i == digitsStart || (i == digitsStart + 1 && s[digitsStart] == QLatin1Char('.')))
+    if (i == digitsStart || (i == digitsStart + 1 && number[digitsStart] == '.'))
         return 0;
     int end = i;
-    if (i < n && (s[i] == QLatin1Char('e') || s[i] == QLatin1Char('E') || s[i] == QLatin1Char('d') || s[i] == QLatin1Char('D'))) {
+    if (i < n && (number[i] == 'e' || number[i] == 'E' || number[i] == 'd' || number[i] == 'D')) {
         int j = i + 1;
-        if (j < n && (s[j] == QLatin1Char('-') || s[j] == QLatin1Char('+')))
+        if (j < n && (number[j] == '-' || number[j] == '+'))
             ++j;
         const int expStart = j;
-        while (j < n && s[j].isDigit() && s[j].unicode() < 128)
+        while (j < n && isDigit(j))
             ++j;
-        if (j > expStart)
+        if (j > expStart) {
+            number[i] = 'e';
             end = j;
+        }
     }
-    QString number = s.left(end);
-    number.replace(QLatin1Char('d'), QLatin1Char('e'));
-    number.replace(QLatin1Char('D'), QLatin1Char('e'));
-    bool ok = false;
-    const double v = number.toDouble(&ok);
-    return ok && std::isfinite(v) ? v : 0;
+    // A point with no digits behind it ends the number.
+    int last = end;
+    if (number[last - 1] == '.')
+        --last;
+    double value = 0;
+    const auto result = std::from_chars(number + digitsStart, number + last, value);
+    if (result.ec != std::errc() || !std::isfinite(value))
+        return 0;
+    return negative ? -value : value;
 }
 
 bool isNumeric(const QString& text)

@@ -73,7 +73,7 @@ void readPlantingSection(LineCursor& c)
 
 void writePlantingSection(FileWriter& w)
 {
-    QSqlQuery q = database::select(QStringLiteral("Select * From Planting Order By LNPLT"));
+    database::Rows q(QStringLiteral("Select * From Planting Order By LNPLT"));
     QStringList lines;
     while (q.next()) {
         const QVariant level = q.value(QStringLiteral("LNPLT"));

@@ -35,13 +35,13 @@ const database::FieldDef* lookUpField(const QString& table, const QString& field
 // readers spell them (the schema never changes while the program runs).
 const database::FieldDef* findField(const QString& table, const QString& field)
 {
-    static QHash<QString, const database::FieldDef*> known;
-    const QString key = table + QLatin1Char('|') + field;
-    const auto it = known.constFind(key);
-    if (it != known.constEnd())
+    static QHash<QString, QHash<QString, const database::FieldDef*>> known;
+    QHash<QString, const database::FieldDef*>& fields = known[table];
+    const auto it = fields.constFind(field);
+    if (it != fields.constEnd())
         return *it;
     const database::FieldDef* def = lookUpField(table, field);
-    known.insert(key, def);
+    fields.insert(field, def);
     return def;
 }
 
@@ -66,7 +66,12 @@ QVariant fieldValue(const QString& table, const QString& field, const QString& t
         return text.isNull() ? QStringLiteral("") : text;
     if (!isNumeric(text))
         throw RuntimeError(DataTypeConversion, QStringLiteral("Data type conversion error."));
-    const double number = trimSpaces(text).toDouble();
+    // A plain number reads quickest by the leading-number rule, which gives
+    // the same value; one with an exponent may overflow, as the text's own
+    // conversion tells.
+    const double number = text.contains(QLatin1Char('e'), Qt::CaseInsensitive)
+        ? trimSpaces(text).toDouble()
+        : leadingNumber(text);
     return fieldNumber(table, field, number);
 }
 
@@ -98,7 +103,8 @@ void RowValues::null(const QString& field)
 void RowValues::replace(const QString& field, const QVariant& value)
 {
     for (auto& entry : m_values) {
-        if (entry.first.compare(field, Qt::CaseInsensitive) == 0) {
+        if (entry.first.size() == field.size()
+            && entry.first.compare(field, Qt::CaseInsensitive) == 0) {
             entry.second = value;
             return;
         }

@@ -153,7 +153,7 @@ void restoreDefaultControls()
         database::exec(QStringLiteral("DELETE FROM [%1]").arg(group.table));
         Row row = reference::defaultRow(group, 1);
         if (group.table == QLatin1String("SimulationControl")) {
-            QSqlQuery planting = database::select(QStringLiteral("SELECT YRPLT FROM Planting LIMIT 1"));
+            database::Rows planting(QStringLiteral("SELECT YRPLT FROM Planting LIMIT 1"));
             if (planting.next()) {
                 for (auto& cell : row) {
                     if (cell.first == QLatin1String("YRSIM"))
@@ -197,12 +197,11 @@ QList<QVariantMap> groupRows(const SimGroup& group)
 {
     QList<QVariantMap> rows;
     // Rows of one level keep the order they were added in.
-    QSqlQuery q = database::select(QStringLiteral("SELECT * FROM [%1] ORDER BY LNSIM, rowid").arg(group.table));
+    database::Rows q(QStringLiteral("SELECT * FROM [%1] ORDER BY LNSIM, rowid").arg(group.table));
     while (q.next()) {
         QVariantMap row;
-        const QSqlRecord record = q.record();
-        for (int i = 0; i < record.count(); ++i)
-            row.insert(record.fieldName(i), q.value(i));
+        for (int i = 0; i < q.columnCount(); ++i)
+            row.insert(q.columnName(i), q.value(i));
         rows << row;
     }
     return rows;

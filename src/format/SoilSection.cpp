@@ -209,7 +209,7 @@ void readInitialConditionsSection(LineCursor& c)
 
 void writeSoilAnalysisSection(FileWriter& w)
 {
-    QSqlQuery levels = database::select(QStringLiteral("Select * From SoilAnalysis Order By LNSA"));
+    database::Rows levels(QStringLiteral("Select * From SoilAnalysis Order By LNSA"));
     QStringList lines;
     while (levels.next()) {
         const auto v = [&levels](const char* field) { return levels.value(QLatin1String(field)); };
@@ -221,7 +221,7 @@ void writeSoilAnalysisSection(FileWriter& w)
                 + rightJustified(textOr99(v("SMKE")), 6) + QStringLiteral("  ")
                 + textOr99(v("SANAME")).left(60);
         lines << QStringLiteral("@A  SABL  SADM  SAOC  SANI SAPHW SAPHB  SAPX  SAKE  SASC");
-        QSqlQuery layers = database::select(QStringLiteral("Select * From SoilLayers where LNSA=")
+        database::Rows layers(QStringLiteral("Select * From SoilLayers where LNSA=")
             + NumText(level) + QStringLiteral(" order by SABL"));
         while (layers.next()) {
             const auto l
@@ -258,8 +258,7 @@ void writeSoilAnalysisSection(FileWriter& w)
 
 void writeInitialConditionsSection(FileWriter& w)
 {
-    QSqlQuery levels
-        = database::select(QStringLiteral("Select * From InitialConditions Order By LNIC"));
+    database::Rows levels(QStringLiteral("Select * From InitialConditions Order By LNIC"));
     QStringList lines;
     while (levels.next()) {
         const auto v = [&levels](const char* field) { return levels.value(QLatin1String(field)); };
@@ -276,8 +275,8 @@ void writeInitialConditionsSection(FileWriter& w)
         text += QLatin1Char(' ') + textOr99(v("ICNAME")).left(60);
         lines << text;
         lines << QStringLiteral("@C  ICBL  SH2O  SNH4  SNO3");
-        QSqlQuery layers = database::select(QStringLiteral("Select * From ICLayers where LNIC=")
-            + NumText(level) + QStringLiteral(" order by DLAYRI"));
+        database::Rows layers(QStringLiteral("Select * From ICLayers where LNIC=") + NumText(level)
+            + QStringLiteral(" order by DLAYRI"));
         while (layers.next()) {
             const auto l
                 = [&layers](const char* field) { return layers.value(QLatin1String(field)); };

@@ -102,7 +102,7 @@ void readCultivarsSection(LineCursor& c)
 
 void writeTreatmentsSection(FileWriter& w)
 {
-    QSqlQuery q = database::select(QStringLiteral("Select * From TreatmentS Order By TRTNO"));
+    database::Rows q(QStringLiteral("Select * From TreatmentS Order By TRTNO"));
     QStringList lines;
     while (q.next()) {
         QString title = isBlank(q.value(QStringLiteral("TITLET")))
@@ -134,7 +134,7 @@ void writeTreatmentsSection(FileWriter& w)
 
 void writeCultivarsSection(FileWriter& w)
 {
-    QSqlQuery q = database::select(QStringLiteral("Select * From Cultivars Order By LNCU"));
+    database::Rows q(QStringLiteral("Select * From Cultivars Order By LNCU"));
     QStringList lines;
     while (q.next()) {
         const QVariant name = q.value(QStringLiteral("CNAME"));

@@ -25,7 +25,7 @@ namespace {
 void writeExperimentLine(FileWriter& w, const QString& fileName)
 {
     QString inste, sitee, exptno, code, ename;
-    QSqlQuery q = database::select(QStringLiteral("SELECT INSTE, SITEE, EXPTNO, CODE, ENAME FROM ExpDetails"));
+    database::Rows q(QStringLiteral("SELECT INSTE, SITEE, EXPTNO, CODE, ENAME FROM ExpDetails"));
     if (q.next()) {
         inste = q.value(0).toString();
         sitee = q.value(1).toString();

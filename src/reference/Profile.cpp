@@ -15,8 +15,7 @@ namespace quillon::reference {
 
 QString requiredProfileLocation(const char* code, const QString& missing)
 {
-    QSqlQuery q = database::select(
-        QStringLiteral("SELECT Path FROM TERVAPRO WHERE CODE = ? ORDER BY rowid"),
+    database::Rows q(QStringLiteral("SELECT Path FROM TERVAPRO WHERE CODE = ? ORDER BY rowid"),
         { QLatin1String(code) });
     if (!q.next()) {
         msgBox(missing);

@@ -430,7 +430,7 @@ void LoadSimDefaults()
 QString VerifySim_Model(const QString& code)
 {
     try {
-        QSqlQuery q = database::select(
+        database::Rows q(
             QStringLiteral("SELECT * FROM SimLookup WHERE Type = 19 AND Code = ?"), { text(code) });
         return q.next() ? code : QString();
     } catch (const RuntimeError& e) {

@@ -8,6 +8,7 @@
 #include "format/TextLines.h"
 #include "reference/LookupText.h"
 #include "reference/Profile.h"
+#include "reference/SoilListing.h"
 #include "reference/SuiteFiles.h"
 
 #include <algorithm>
@@ -42,7 +43,24 @@ bool namesSoil(const QString& line, const QString& code)
     return true;
 }
 
-void addProfiles(const QString& fileName, int number, const QStringList& lines)
+void tellRepeatedId(const QString& code)
+{
+    msgBox(QStringLiteral("Soil ID is not unique. Soil") + QStringLiteral(" '") + code
+            + QStringLiteral("' is read once."),
+        MsgButtons::OK, MsgIcon::None, QStringLiteral("Error"));
+}
+
+// The soil folder of a profile location and its soil files as they stand.
+SoilFolderStamp stampOfLocation(const QString& location)
+{
+    const QString folder = locationFolder(location);
+    return soilFolderStamp(folder, listMatching(folder, QStringLiteral("*.sol")));
+}
+
+// Adds the profiles of one soil file; the identifiers already listed are
+// told and added to `repeatedIds`.
+void addProfiles(
+    const QString& fileName, int number, const QStringList& lines, QStringList& repeatedIds)
 {
     QStringList& soilLines = SoilLines();
     std::vector<int> headers;
@@ -71,9 +89,8 @@ void addProfiles(const QString& fileName, int number, const QStringList& lines)
         } catch (const RuntimeError& e) {
             if (e.number() != err::DuplicateKey)
                 throw;
-            msgBox(QStringLiteral("Soil ID is not unique. Soil") + QStringLiteral(" '") + code
-                    + QStringLiteral("' is read once."),
-                MsgButtons::OK, MsgIcon::None, QStringLiteral("Error"));
+            tellRepeatedId(code);
+            repeatedIds << code;
         }
     }
 }
@@ -92,15 +109,44 @@ QStringList& SoilLines()
     return lines;
 }
 
+bool SoilLookupStands()
+{
+    const QVariant location = database::scalar(
+        QStringLiteral("SELECT Path FROM TERVAPRO WHERE CODE = 'SLD' ORDER BY rowid"));
+    return !location.isNull()
+        && soilReadingKeptFor(stampOfLocation(locationText(location.toString())))
+        && keptSoilRowsStand();
+}
+
 void CreateSoilLookup()
 {
     SoilFolder() = requiredProfileLocation("SLD", QStringLiteral("Cannot locate Soil files."));
-    SoilLines().clear();
 
     database::Transaction transaction;
-    const QString folder = locationFolder(SoilFolder());
+    const SoilFolderStamp stamp = stampOfLocation(SoilFolder());
+    const bool rowsStand = keptSoilRowsStand();
+    if (soilReadingKeptFor(stamp)
+        && (rowsStand || database::rowCount(QStringLiteral("SoilLookup")) == 0)) {
+        // The folder is as the last reading found it: its rows, lines and
+        // messages again.
+        if (!rowsStand)
+            restoreKeptSoilRows();
+        SoilLines() = keptSoilLines();
+        for (const QString& code : keptRepeatedSoilIds())
+            tellRepeatedId(code);
+        transaction.commit();
+        return;
+    }
+    // Rows left in place for a listing that no longer holds go, as the
+    // document's cleaning would have taken them.
+    if (rowsStand)
+        database::exec(QStringLiteral("DELETE FROM SoilLookup"));
+    const bool fromEmpty = database::rowCount(QStringLiteral("SoilLookup")) == 0;
+
+    SoilLines().clear();
+    QStringList repeatedIds;
     int number = 1;
-    for (const QString& name : listMatching(folder, QStringLiteral("*.sol"))) {
+    for (const QString& name : stamp.names) {
         // SOIL.SOL and the two-letter files only; SOIL.SOL is always number
         // 1, and a file after it counts on from there.
         const bool general = name.compare(QLatin1String("SOIL.SOL"), Qt::CaseInsensitive) == 0;
@@ -108,7 +154,7 @@ void CreateSoilLookup()
             continue;
         number = general ? 1 : number + 1;
 
-        const QString path = joinPath(folder, name);
+        const QString path = joinPath(stamp.folder, name);
         QStringList lines;
         try {
             lines = readSuiteLines(path);
@@ -117,13 +163,18 @@ void CreateSoilLookup()
             endProgram();
         }
         try {
-            addProfiles(name, number, lines);
+            addProfiles(name, number, lines, repeatedIds);
         } catch (const RuntimeError& e) {
             msgBox(QStringLiteral("Invalid information in file  ") + path + QStringLiteral(". ")
                 + e.text());
             endProgram();
         }
     }
+    // Only a reading into the empty table can be given again as it was.
+    if (fromEmpty)
+        keepSoilReading(stamp, SoilLines(), repeatedIds);
+    else
+        forgetSoilReading();
     transaction.commit();
 }
 

@@ -17,8 +17,18 @@ QStringList& SoilLines();
 // Lists the profiles of SOIL.SOL and the two-letter soil files ("AB.SOL") of
 // the soil folder in SoilLookup and keeps their lines in SoilLines. No SLD
 // row, or a soil file that can't be opened or read, ends the program; a
-// soil identifier found twice is told to the user and read once.
+// soil identifier found twice is told to the user and read once. When no
+// soil file was added, removed or written since the last call on the same
+// open database, the rows, lines and messages of that call are given again
+// without reading the files; SoilLookup is then expected empty, or left
+// with those rows (see SoilLookupStands).
 void CreateSoilLookup();
+
+// Whether SoilLookup holds the rows of the last CreateSoilLookup and the
+// soil folder is as that call found it: the next CreateSoilLookup would
+// give the same rows again, so the table may stay when a document is
+// cleared instead of being emptied and filled anew.
+bool SoilLookupStands();
 
 // Fills SoilData with the layers of the soil `code` as SoilLines holds
 // them: the first layer block of its profile. An unknown soil leaves

@@ -88,7 +88,7 @@ QStringList stationCodes(const QString& station, const QString& markColumn)
         return {};
     }
     QStringList codes;
-    QSqlQuery q = database::select(
+    database::Rows q(
         QStringLiteral("SELECT Code FROM TotalWeatherLookup WHERE Code %1 AND %2 = 'X' "
                        "ORDER BY rowid")
             .arg(match, markColumn),

@@ -34,7 +34,7 @@ const QString noWeatherYear = QStringLiteral(
 QList<QSqlRecord> allRows(const QString& sql, const QVariantList& params = {})
 {
     QList<QSqlRecord> rows;
-    QSqlQuery q = select(sql, params);
+    database::Rows q(sql, params);
     while (q.next())
         rows << q.record();
     return rows;
@@ -50,7 +50,7 @@ QList<QSqlRecord> treatments()
 // the engine's "No current record." failure.
 QSqlRecord currentRow(const QString& sql, const QVariant& key)
 {
-    QSqlQuery q = select(sql, { key });
+    database::Rows q(sql, { key });
     if (!q.next())
         throw RuntimeError(err::NoCurrentRecord, noCurrentRecord);
     return q.record();
@@ -58,8 +58,28 @@ QSqlRecord currentRow(const QString& sql, const QVariant& key)
 
 bool hasRow(const QString& sql, const QVariantList& params)
 {
-    return select(sql, params).next();
+    return database::Rows(sql, params).next();
 }
+
+// hasRow() of a check that changes none of the tables it asks: each
+// question is put to the database once.
+class KnownRows {
+public:
+    bool has(const QString& sql, const QVariantList& params)
+    {
+        QString key = sql;
+        for (const QVariant& param : params)
+            key += QLatin1Char('|') + param.toString() + QLatin1Char('|')
+                + QString::number(param.typeId());
+        auto found = m_known.find(key);
+        if (found == m_known.end())
+            found = m_known.emplace(key, hasRow(sql, params)).first;
+        return found->second;
+    }
+
+private:
+    std::map<QString, bool> m_known;
+};
 
 // A date code through TheDate, as a date. TheDate takes the last three
 // digits as an offset, so the date is a day late: the planting check
@@ -146,29 +166,47 @@ std::optional<QString> yearInFile(const QString& path)
     return std::nullopt;
 }
 
-// While a weather check runs, the years its files state are remembered:
-// treatments that share a field read the field's files once.
-std::map<QString, std::optional<QString>>* statedYears = nullptr;
+// While a weather check runs, the weather codes of each station and the
+// years its files state are remembered: treatments that share a field look
+// up the field's files once.
+struct WeatherPassMemory {
+    std::map<QString, std::optional<QString>> statedYears;
+    std::map<QString, QStringList> stationCodes;
+};
+WeatherPassMemory* weatherPass = nullptr;
 
-class StatedYearsPass {
+class WeatherPass {
 public:
-    StatedYearsPass() { statedYears = &m_years; }
-    ~StatedYearsPass() { statedYears = nullptr; }
-    StatedYearsPass(const StatedYearsPass&) = delete;
-    StatedYearsPass& operator=(const StatedYearsPass&) = delete;
+    WeatherPass() { weatherPass = &m_memory; }
+    ~WeatherPass() { weatherPass = nullptr; }
+    WeatherPass(const WeatherPass&) = delete;
+    WeatherPass& operator=(const WeatherPass&) = delete;
 
 private:
-    std::map<QString, std::optional<QString>> m_years;
+    WeatherPassMemory m_memory;
 };
 
 // yearInFile(), read once a pass; a file that fails is read again.
 std::optional<QString> statedYear(const QString& path)
 {
-    if (!statedYears)
+    if (!weatherPass)
         return yearInFile(path);
-    auto found = statedYears->find(path);
-    if (found == statedYears->end())
-        found = statedYears->emplace(path, yearInFile(path)).first;
+    auto found = weatherPass->statedYears.find(path);
+    if (found == weatherPass->statedYears.end())
+        found = weatherPass->statedYears.emplace(path, yearInFile(path)).first;
+    return found->second;
+}
+
+// reference::stationCodes(), asked once a pass.
+QStringList stationCodes(const QString& station, const QString& column)
+{
+    if (!weatherPass)
+        return reference::stationCodes(station, column);
+    const QString key = station + QLatin1Char('|') + column;
+    auto found = weatherPass->stationCodes.find(key);
+    if (found == weatherPass->stationCodes.end())
+        found = weatherPass->stationCodes.emplace(key, reference::stationCodes(station, column))
+                    .first;
     return found->second;
 }
 
@@ -188,6 +226,11 @@ const ManagedFactor managedFactors[] = {
     { "IRESI", "Residue", "LNRES", "RESDAY", "N", "/Residue: " },
     { "IHARI", "Harvest", "LNHAR", "HDATE", "M", "/Harvest: " },
 };
+
+// A treatment's management codes. The checks ask for the columns they read,
+// not the whole row: the row's every column costs on each lookup.
+const QString managementCodes = QStringLiteral(
+    "Select IIRRI, IFERI, IRESI, IHARI From SimulationControlManagement Where LNSIM = ?");
 
 // The dated factors whose years must be weather years. `code` is the
 // management column that exempts them when it is "D", or null.
@@ -214,7 +257,7 @@ QVariantList datesOf(
     const char* table, const char* levelColumn, const char* dateColumn, const QVariant& level)
 {
     QVariantList dates;
-    QSqlQuery q = select(
+    database::Rows q(
         QStringLiteral("SELECT %1 FROM %2 WHERE %3 = ?")
             .arg(QLatin1String(dateColumn), QLatin1String(table), QLatin1String(levelColumn)),
         { level });
@@ -282,17 +325,19 @@ void CheckWeatherFileExistence(Findings& findings)
     try {
         // Each station's files are looked up in one folder listing.
         reference::ListingCache listings;
-        const StatedYearsPass years;
+        const WeatherPass pass;
+        KnownRows weatherRows;
         // "Drop Table [Years]" and the table made anew.
         database::remakeTable(QStringLiteral("Years"),
-            QStringLiteral("Create Table [Years] (LNFLD Integer,") + QStringLiteral(" Year Integer)"));
+            QStringLiteral("Create Table [Years] (LNFLD Integer,")
+                + QStringLiteral(" Year Integer)"));
 
         for (const QSqlRecord& treatment : treatments()) {
             const QVariant level = treatment.value(QStringLiteral("LNFLD"));
             const QSqlRecord field
-                = currentRow(QStringLiteral("Select * From Fields Where LNFLD = ?"), level);
+                = currentRow(QStringLiteral("Select WSTA From Fields Where LNFLD = ?"), level);
             const QSqlRecord methods = currentRow(
-                QStringLiteral("Select * From SimulationControlMethods Where LNSIM = ?"),
+                QStringLiteral("Select MEWTH From SimulationControlMethods Where LNSIM = ?"),
                 treatment.value(QStringLiteral("LNSIM")));
             const WeatherKind kind = weatherKindOf(methods.value(QStringLiteral("MEWTH")));
 
@@ -307,7 +352,7 @@ void CheckWeatherFileExistence(Findings& findings)
             const QString sql = QStringLiteral(
                 "Select * From [TotalWeatherLookup] Where [CODE] = ? And [%1] = 'X'")
                                     .arg(markColumn(kind));
-            if (!hasRow(sql, { code })) {
+            if (!weatherRows.has(sql, { code })) {
                 findings.add(treatment.value(QStringLiteral("TRTNO")), QStringLiteral("/Fields: "),
                     QStringLiteral("Weather file") + QLatin1Char(' ') + code + QLatin1Char('.')
                         + fileExtension(kind) + QLatin1Char('.')
@@ -325,10 +370,10 @@ void FindFieldYears_byLevel(int level, WeatherKind kind)
 {
     try {
         const QSqlRecord field
-            = currentRow(QStringLiteral("Select * From Fields Where LNFLD = ?"), level);
+            = currentRow(QStringLiteral("Select WSTA From Fields Where LNFLD = ?"), level);
         const QString station = trimSpaces(field.value(QStringLiteral("WSTA")).toString());
         const QString column = markColumn(kind);
-        const QStringList codes = reference::stationCodes(station, column);
+        const QStringList codes = stationCodes(station, column);
         for (const QString& code : codes) {
             QString year = reference::yearOfWeatherCode(code);
             const QString path
@@ -350,9 +395,8 @@ void CheckApplications_Management(Findings& findings)
     try {
         LevelDates levelDates;
         for (const QSqlRecord& treatment : treatments()) {
-            const QSqlRecord management = currentRow(
-                QStringLiteral("Select * From SimulationControlManagement Where LNSIM = ?"),
-                treatment.value(QStringLiteral("LNSIM")));
+            const QSqlRecord management
+                = currentRow(managementCodes, treatment.value(QStringLiteral("LNSIM")));
             for (const ManagedFactor& factor : managedFactors) {
                 const QVariant code = management.value(QLatin1String(factor.code));
                 const QVariant level = treatment.value(QLatin1String(factor.level));
@@ -391,7 +435,7 @@ void CheckPlanting_date(Findings& findings)
         for (const QSqlRecord& treatment : treatments()) {
             const QVariant trtno = treatment.value(QStringLiteral("TRTNO"));
             const QSqlRecord simulation
-                = currentRow(QStringLiteral("Select * From SimulationControl Where LNSIM = ?"),
+                = currentRow(QStringLiteral("Select YRSIM From SimulationControl Where LNSIM = ?"),
                     treatment.value(QStringLiteral("LNSIM")));
             const QVariant plantingLevel = treatment.value(QStringLiteral("LNPLT"));
             if (plantingLevel.isNull())
@@ -406,7 +450,7 @@ void CheckPlanting_date(Findings& findings)
                 continue;
 
             const QSqlRecord planting = currentRow(
-                QStringLiteral("Select * From Planting Where LNPLT = ?"), plantingLevel);
+                QStringLiteral("Select YRPLT From Planting Where LNPLT = ?"), plantingLevel);
             const QVariant plantingDay = planting.value(QStringLiteral("YRPLT"));
             if (isBlank(plantingDay))
                 findings.add(
@@ -428,12 +472,13 @@ void CheckAllYears(Findings& findings)
 {
     try {
         LevelDates levelDates;
+        KnownRows weatherYears;
+        std::map<QString, int> yearsOfDates;
         for (const QSqlRecord& treatment : treatments()) {
             const QVariant trtno = treatment.value(QStringLiteral("TRTNO"));
             const QVariant fieldLevel = treatment.value(QStringLiteral("LNFLD"));
-            const QSqlRecord management = currentRow(
-                QStringLiteral("Select * From SimulationControlManagement Where LNSIM = ?"),
-                treatment.value(QStringLiteral("LNSIM")));
+            const QSqlRecord management
+                = currentRow(managementCodes, treatment.value(QStringLiteral("LNSIM")));
             for (const DatedFactor& factor : datedFactors) {
                 if (factor.code) {
                     // Days after planting have no year; an unset code
@@ -452,8 +497,15 @@ void CheckAllYears(Findings& findings)
                             QStringLiteral("Application date is missing."));
                         continue;
                     }
-                    const int year = codeDate(date).year();
-                    if (!hasRow(QStringLiteral("Select * From Years Where LNFLD = ? And Year = ?"),
+                    // A date that converts is converted once; one that
+                    // doesn't goes through its failure every time.
+                    const QString text = date.toString();
+                    auto known = yearsOfDates.find(text);
+                    if (known == yearsOfDates.end())
+                        known = yearsOfDates.emplace(text, codeDate(date).year()).first;
+                    const int year = known->second;
+                    if (!weatherYears.has(
+                            QStringLiteral("Select * From Years Where LNFLD = ? And Year = ?"),
                             { fieldLevel, year }))
                         findings.add(trtno, QLatin1String(factor.part),
                             noWeatherYear + fieldLevel.toString());

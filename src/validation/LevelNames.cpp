@@ -29,8 +29,8 @@ QString findName(const LevelNameTable& t, const QVariant& level)
     try {
         // The level is put into the statement as text, as the lookup always
         // did: a level without a number makes the statement fail.
-        QSqlQuery q = database::select(QStringLiteral("Select * From %1 Where %2 = ")
-                                           .arg(QLatin1String(t.table), QLatin1String(t.levelColumn))
+        database::Rows q(QStringLiteral("Select * From %1 Where %2 = ")
+                             .arg(QLatin1String(t.table), QLatin1String(t.levelColumn))
             + format::NumText(level));
         if (!q.next())
             return missing;

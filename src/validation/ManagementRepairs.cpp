@@ -18,7 +18,7 @@ void ChangeManagementHarvest()
             QVariant simulation;
         };
         std::vector<Treatment> treatments;
-        QSqlQuery q = database::select(
+        database::Rows q(
             QStringLiteral("SELECT [LNHAR], [LNSIM] FROM [Treatments] ORDER BY rowid"));
         while (q.next()) {
             if (!q.value(0).isNull() && q.value(0).toInt() != 0)
@@ -79,7 +79,7 @@ void ChangePlantingMethod()
             QString distribution;
         };
         std::vector<Planting> rows;
-        QSqlQuery q = database::select(
+        database::Rows q(
             QStringLiteral("SELECT rowid, [PLME], [PLDS] FROM [Planting] ORDER BY rowid"));
         while (q.next())
             rows.push_back(

@@ -4,14 +4,7 @@
 #include "app/UserInterface.h"
 #include "database/Sql.h"
 #include "database/WorkDatabase.h"
-#include "format/TextLines.h"
-
-#include <QSqlQuery>
-
 #include <algorithm>
-#include <map>
-#include <set>
-#include <vector>
 
 namespace quillon::validation {
 
@@ -67,69 +60,33 @@ QString experimentFileName()
     return path.mid(cut + 1);
 }
 
-// One row per treatment, with the treatment's level and the management code
-// of its simulation level unless that code is "N". The table's unique index
-// refuses a second row of a level, so the first treatment of a level gives
-// its code. Every failure just loses its row.
+// One row per treatment, in table order, with the treatment's level and the
+// management code of its simulation level unless that code is "N". The
+// table's unique index refuses a second row of a level, so the first
+// treatment of a level gives its code. A row that fails is just lost.
 void addTreatmentRows(const ManagementTable& m)
 {
-    struct Treatment {
-        QVariant level;
-        QVariant simulation;
-    };
-    std::vector<Treatment> treatments;
     ignoringErrors([&] {
-        QSqlQuery q = database::select(
-            QStringLiteral("SELECT [%1], [LNSIM] FROM [Treatments] ORDER BY rowid")
-                .arg(name(m.levelColumn)));
-        while (q.next())
-            treatments.push_back({ q.value(0), q.value(1) });
+        database::exec(QStringLiteral(
+            "INSERT OR IGNORE INTO [%1] ([%2], [%3]) SELECT t.[%2], "
+            "(SELECT CASE WHEN s.[%3] = 'N' COLLATE BINARY THEN NULL ELSE s.[%3] END "
+            "FROM [SimulationControlManagement] s WHERE s.[LNSIM] = t.[LNSIM] "
+            "ORDER BY s.rowid LIMIT 1) "
+            "FROM [Treatments] t ORDER BY t.rowid")
+                           .arg(name(m.table), name(m.levelColumn), name(m.codeColumn)));
     });
-    // Treatments share their simulation levels: each is looked up once.
-    std::map<QString, QVariant> codes;
-    for (const Treatment& t : treatments) {
-        const QString simulation = t.simulation.isNull() ? QString() : t.simulation.toString();
-        auto found = codes.find(simulation);
-        if (found == codes.end()) {
-            QVariant code;
-            ignoringErrors([&] {
-                QSqlQuery q = database::select(
-                    QStringLiteral("SELECT [%1] FROM [SimulationControlManagement] "
-                                   "WHERE [LNSIM] = ? ORDER BY rowid")
-                        .arg(name(m.codeColumn)),
-                    { t.simulation });
-                if (q.next() && !q.value(0).isNull() && q.value(0).toString() != QLatin1String("N"))
-                    code = q.value(0).toString();
-            });
-            found = codes.emplace(simulation, code).first;
-        }
-        const QVariant& code = found->second;
-        ignoringErrors([&] {
-            database::insertRow(
-                name(m.table), { { name(m.levelColumn), t.level }, { name(m.codeColumn), code } });
-        });
-    }
 }
 
-// The first date of each level that has applications, in table order.
-// Levels without a date in their first row are left out: nothing can be told
-// from them.
-std::vector<std::pair<QVariant, QString>> firstDates(const ManagementTable& m)
+// The levels of the applications table whose first row, in table order, has
+// a date that is short (a day number) or full: `comparison` is "< 5" or
+// ">= 5" on the trimmed date's length.
+QString levelsWithFirstDate(const ManagementTable& m, const char* comparison)
 {
-    // One pass in table order: the first row met of a level is its first.
-    std::set<QString> seen;
-    std::vector<std::pair<QVariant, QString>> dates;
-    QSqlQuery q = database::select(QStringLiteral("SELECT [%1], [%2] FROM [%3] ORDER BY rowid")
-                                       .arg(name(m.levelColumn), name(m.dateColumn),
-                                           name(m.applications)));
-    while (q.next()) {
-        const QVariant level = q.value(0);
-        if (level.isNull() || !seen.insert(level.toString()).second)
-            continue;
-        if (!q.value(1).isNull())
-            dates.emplace_back(level, q.value(1).toString());
-    }
-    return dates;
+    return QStringLiteral(
+        "SELECT a.[%1] FROM [%2] a WHERE a.rowid = (SELECT min(b.rowid) FROM [%2] b "
+        "WHERE b.[%1] = a.[%1]) AND a.[%3] IS NOT NULL AND length(trim(a.[%3], ' ')) %4")
+        .arg(name(m.levelColumn), name(m.applications), name(m.dateColumn),
+            QLatin1String(comparison));
 }
 
 void fillManagement(const ManagementTable& m)
@@ -145,19 +102,13 @@ void fillManagement(const ManagementTable& m)
 
         // A short first date is a day number; a full one rules day numbers
         // out for the level.
-        for (const auto& [level, date] : firstDates(m)) {
-            if (format::trimSpaces(date).size() < 5) {
-                database::exec(QStringLiteral("UPDATE [%1] SET [%2] = 'D' WHERE [%3] = ?")
-                                   .arg(name(m.table), name(m.codeColumn), name(m.levelColumn)),
-                    { level });
-            } else {
-                database::exec(
-                    QStringLiteral(
-                        "UPDATE [%1] SET [%2] = 'R' WHERE [%3] = ? AND [%2] = 'D' COLLATE BINARY")
-                        .arg(name(m.table), name(m.codeColumn), name(m.levelColumn)),
-                    { level });
-            }
-        }
+        database::exec(QStringLiteral("UPDATE [%1] SET [%2] = 'D' WHERE [%3] IN (%4)")
+                           .arg(name(m.table), name(m.codeColumn), name(m.levelColumn),
+                               levelsWithFirstDate(m, "< 5")));
+        database::exec(QStringLiteral(
+            "UPDATE [%1] SET [%2] = 'R' WHERE [%2] = 'D' COLLATE BINARY AND [%3] IN (%4)")
+                           .arg(name(m.table), name(m.codeColumn), name(m.levelColumn),
+                               levelsWithFirstDate(m, ">= 5")));
     } catch (const RuntimeError& e) {
         if (e.number() == err::ObjectNotSet) {
             msgBox(QStringLiteral("Error with file: ") + experimentFileName(), MsgButtons::OK,

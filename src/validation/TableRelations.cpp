@@ -76,14 +76,15 @@ const std::vector<database::Relation>& relationTable()
 
 void SetRelations()
 {
-    for (const database::Relation& r : relationTable())
-        createIgnoringErrors(r);
+    database::createRelations(relationTable());
 }
 
 void DeleteRelations()
 {
+    QStringList names;
     for (const database::Relation& r : relationTable())
-        deleteIgnoringErrors(r.name);
+        names << r.name;
+    database::deleteRelations(names);
 }
 
 void SetRelationsForecast()

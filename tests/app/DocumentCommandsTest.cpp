@@ -2,6 +2,7 @@
 
 #include "app/AppState.h"
 #include "database/Sql.h"
+#include "database/WorkDBCheck.h"
 #include "database/WorkDatabase.h"
 #include "support/FakeDocumentHost.h"
 #include "support/SampleSuiteFixture.h"
@@ -115,6 +116,23 @@ TEST_F(DocumentCommandsTest, CommandLineOpensTheFileOrStartsNew)
     EXPECT_TRUE(m_ui.fileDialogs.isEmpty());
     EXPECT_EQ(s.ExpFilePath, maizeFile());
     EXPECT_EQ(database::rowCount(QStringLiteral("Treatments")), 11);
+}
+
+TEST_F(DocumentCommandsTest, NegativeEnvironmentValueIsToldAfterOpenAndCleared)
+{
+    const QString path = copyOfMaize(QStringLiteral("QLNV2109.MZX"));
+    QByteArray bytes = bytesOf(path);
+    bytes.replace("A   2 A   2 M0.90", "A  -2 A   2 M0.90");
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(bytes);
+    file.close();
+
+    m_ui.fileAnswers.push_back(path);
+    mnuFileOpen_Click();
+    ASSERT_EQ(m_ui.texts(), QStringList { negativeEnvValue });
+    EXPECT_EQ(m_ui.messages[0].title, errorTitle);
+    EXPECT_FALSE(state().NegativeEnvValue);
 }
 
 TEST_F(DocumentCommandsTest, SaveWritesThenTheTablesHoldWhatTheFileHolds)
@@ -360,6 +378,126 @@ TEST_F(DocumentCommandsTest, RefreshOfANewDocument)
     EXPECT_TRUE(s.IsNewFile);
     EXPECT_EQ(database::rowCount(QStringLiteral("CropLookup")), crops + 1);
     EXPECT_EQ(m_host.calls.filter(QStringLiteral("identification")).size(), 1);
+}
+
+// The working database file of the document open now, as it stands on disk,
+// and the offset of the page that holds the treatment table.
+struct SoundDatabase {
+    QByteArray bytes;
+    qint64 treatmentsPage = 0;
+};
+
+SoundDatabase soundDatabase()
+{
+    const int page = database::scalar(QStringLiteral("PRAGMA page_size")).toInt();
+    const int root = database::scalar(
+        QStringLiteral("SELECT rootpage FROM sqlite_master WHERE name = 'Treatments'"))
+                         .toInt();
+    database::closeWorkDB();
+    return { bytesOf(state().WorkDBPath), qint64(root - 1) * page };
+}
+
+// 4 KB of noise over the page at `offset`, as a disk fault leaves it.
+QByteArray withNoise(QByteArray bytes, qint64 offset)
+{
+    quint32 seed = 2463534242u;
+    for (qint64 i = offset; i < offset + 4096 && i < bytes.size(); ++i) {
+        seed ^= seed << 13;
+        seed ^= seed >> 17;
+        seed ^= seed << 5;
+        bytes[i] = char(seed);
+    }
+    return bytes;
+}
+
+// A working database for the next command: the bytes in a program folder of
+// their own (the file is checked once per run and path).
+void useWorkDatabase(const QString& folder, const QByteArray& bytes)
+{
+    QDir().mkpath(folder);
+    QFile file(folder + QStringLiteral("/QUILLONTEMP2.mdb"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(bytes);
+    file.close();
+    state().WorkDBPath = QDir::toNativeSeparators(file.fileName());
+}
+
+TEST_F(DocumentCommandsTest, DamagedWorkingDatabaseIsNamedAndEndsTheProgram)
+{
+    open(maizeFile());
+    const SoundDatabase sound = soundDatabase();
+    const struct {
+        const char* name;
+        QByteArray bytes;
+    } cases[] = {
+        { "noise in a page", withNoise(sound.bytes, sound.treatmentsPage) },
+        { "cut in half", sound.bytes.left(sound.bytes.size() / 2) },
+        { "not a database",
+            QByteArray("Notes of the field team, not a database.\r\n").repeated(100) },
+    };
+    for (const auto& c : cases) {
+        for (const bool onNew : { false, true }) {
+            SCOPED_TRACE(std::string(c.name) + (onNew ? " on New" : " on Open"));
+            useWorkDatabase(
+                m_dir.filePath(QStringLiteral("%1-%2").arg(QLatin1String(c.name)).arg(onNew)),
+                c.bytes);
+            m_ui.clear();
+            m_ui.fileAnswers.push_back(maizeFile());
+            EXPECT_THROW(onNew ? mnuFileNew_Click() : mnuFileOpen_Click(), ProgramEnded);
+            EXPECT_EQ(m_ui.texts(), QStringList { database::damagedWorkDatabase });
+            database::closeWorkDB();
+        }
+        // quillon-cli stops the run with exit 2 and names the file.
+        QProcess cli;
+        cli.start(QStringLiteral(QUILLON_CLI),
+            { QStringLiteral("view"), maizeFile(), QStringLiteral("--suite"), state().DataFolder,
+                QStringLiteral("--app-dir"), QFileInfo(state().WorkDBPath).path() });
+        ASSERT_TRUE(cli.waitForFinished(60000));
+        EXPECT_EQ(cli.exitCode(), 2) << c.name;
+        const QString errors = QString::fromLocal8Bit(cli.readAllStandardError());
+        EXPECT_TRUE(errors.contains(database::damagedWorkDatabase)) << errors.toStdString();
+        EXPECT_TRUE(errors.contains(state().WorkDBPath + QStringLiteral(" is damaged")))
+            << errors.toStdString();
+        EXPECT_TRUE(cli.readAllStandardOutput().isEmpty());
+    }
+}
+
+TEST_F(DocumentCommandsTest, SoundOrEmptiedWorkingDatabaseOpensWithoutAWord)
+{
+    open(maizeFile());
+    const SoundDatabase sound = soundDatabase();
+
+    // A sound file opens; a page damaged after the run's check is met by the
+    // next Open's cleaning, and is named as the culprit all the same.
+    useWorkDatabase(m_dir.filePath(QStringLiteral("sound")), sound.bytes);
+    m_ui.fileAnswers.push_back(maizeFile());
+    mnuFileOpen_Click();
+    EXPECT_TRUE(m_ui.messages.empty()) << m_ui.texts().join(QLatin1Char('\n')).toStdString();
+    EXPECT_EQ(database::rowCount(QStringLiteral("Treatments")), 11);
+    database::closeWorkDB();
+    useWorkDatabase(
+        m_dir.filePath(QStringLiteral("sound")), withNoise(sound.bytes, sound.treatmentsPage));
+    m_ui.fileAnswers.push_back(maizeFile());
+    EXPECT_THROW(mnuFileOpen_Click(), ProgramEnded);
+    EXPECT_EQ(m_ui.texts(), QStringList { database::damagedWorkDatabase });
+    database::closeWorkDB();
+
+    // An empty profile table: deleted and built anew, on Open and on New.
+    for (const bool onNew : { false, true }) {
+        SCOPED_TRACE(onNew ? "New" : "Open");
+        useWorkDatabase(m_dir.filePath(QStringLiteral("empty-%1").arg(onNew)), sound.bytes);
+        ASSERT_TRUE(database::openWorkDB(state().WorkDBPath));
+        database::exec(QStringLiteral("DELETE FROM TERVAPRO"));
+        database::closeWorkDB();
+        m_ui.clear();
+        m_ui.fileAnswers.push_back(maizeFile());
+        onNew ? mnuFileNew_Click() : mnuFileOpen_Click();
+        EXPECT_TRUE(m_ui.messages.empty()) << m_ui.texts().join(QLatin1Char('\n')).toStdString();
+        EXPECT_TRUE(state().DocumentOpen);
+        EXPECT_GT(database::rowCount(QStringLiteral("TERVAPRO")), 0);
+        ASSERT_TRUE(mnuFileClose_Click());
+        database::closeWorkDB();
+    }
 }
 
 } // namespace

@@ -54,8 +54,11 @@ TEST(CommandLine, FieldsDecideWhatStarts)
     AppState used = takeLine(QStringLiteral("/data/A,/x,y"), QStringLiteral("55"));
     EXPECT_TRUE(used.CommandLine.isEmpty());
     EXPECT_FALSE(used.OpenFromCommand);
-    // A user's own "55" is a folder name like any other.
-    EXPECT_TRUE(takeLine(QStringLiteral("55")).NewFromCommand);
+    // So is a start whose command line is that mark itself.
+    const AppState fiftyFive = takeLine(QStringLiteral(" 55"));
+    EXPECT_TRUE(fiftyFive.CommandLine.isEmpty());
+    EXPECT_FALSE(fiftyFive.NewFromCommand || fiftyFive.OpenFromCommand);
+    EXPECT_TRUE(takeLine(QStringLiteral("55,")).NewFromCommand);
 
     EXPECT_TRUE(namesNewFile(QStringLiteral("/data/A") + sep() + QStringLiteral("new")));
     EXPECT_TRUE(namesNewFile(sep() + QStringLiteral("NeW")));
@@ -96,6 +99,13 @@ TEST(StartUp, MainRecordsTheLineSetsFoldersAndRefusesASecondInstance)
     EXPECT_TRUE(third.proceed);
     EXPECT_TRUE(third.showSplash);
     EXPECT_EQ(QDir(state().DataFolder).dirName(), QStringLiteral("terva48"));
+    releaseInstanceLock();
+
+    // A first start with the used-up "55": the splash, nothing to start.
+    state() = AppState();
+    const StartDecision fourth = Main(app, { QStringLiteral("55") });
+    EXPECT_TRUE(fourth.showSplash);
+    EXPECT_FALSE(state().OpenFromCommand || state().NewFromCommand);
     releaseInstanceLock();
 }
 

@@ -154,6 +154,10 @@ TEST_F(Schema, CleanRoutinesEmptyTheirTablesInOrder)
         EXPECT_EQ(rowCount(QLatin1String(emptied)), 0) << emptied;
     for (const char* kept : { "CodeLookup", "TERVAPRO", "SimLookUp", "FieldYears" })
         EXPECT_EQ(rowCount(QLatin1String(kept)), 1) << kept;
+    // A table its caller keeps is passed over.
+    exec(QStringLiteral("INSERT INTO SoilLookup DEFAULT VALUES"));
+    CleanDataBase_Partially({ QStringLiteral("soillookup") });
+    EXPECT_EQ(rowCount(QStringLiteral("SoilLookup")), 1);
 
     exec(QStringLiteral("INSERT INTO ICSoil DEFAULT VALUES"));
     CleanDataBase();
@@ -260,4 +264,31 @@ TEST_F(Schema, ScratchTablesRemadeOrEmptiedInPlace)
     createRelation({ QStringLiteral("SoilIC"), QStringLiteral("Fields"), QStringLiteral("SLNO"),
         QStringLiteral("ICSoil"), QStringLiteral("SLNO") });
     EXPECT_EQ(tryExec(QStringLiteral("INSERT INTO ICSoil VALUES ('NOSUCH')")).number(), err::RelatedRecordRequired);
+}
+
+TEST_F(Schema, KeptStatementsServeNestedAndRepeatedQueries)
+{
+    for (int level : { 1, 2, 3 })
+        insertRow(QStringLiteral("Tillage"), { { "LNTIL", level }, { "TDEP", level * 10 } });
+    const QString sql = QStringLiteral("SELECT TDEP FROM Tillage WHERE LNTIL >= ? ORDER BY LNTIL");
+    // A loop inside a loop over the same text has its own statement.
+    QStringList seen;
+    {
+        Rows outer(sql, { 2 });
+        while (outer.next()) {
+            Rows inner(sql, { 1 });
+            int count = 0;
+            while (inner.next())
+                ++count;
+            seen << outer.value(QStringLiteral("tdep")).toString() + QLatin1Char(':')
+                    + QString::number(count);
+        }
+    }
+    EXPECT_EQ(seen, (QStringList { QStringLiteral("20:3"), QStringLiteral("30:3") }));
+    // Run again, a kept statement sees the table as it is now.
+    exec(QStringLiteral("DELETE FROM Tillage WHERE LNTIL = 3"));
+    Rows again(sql, { 2 });
+    ASSERT_TRUE(again.next());
+    EXPECT_EQ(again.value(0).toInt(), 20);
+    EXPECT_FALSE(again.next());
 }

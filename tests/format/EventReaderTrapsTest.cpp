@@ -19,33 +19,37 @@ class EventReaders : public test::WorkDbTest { };
 
 } // namespace
 
-TEST_F(EventReaders, TextInANumberColumnCostsTheLineUnderEachReadersName)
+TEST_F(EventReaders, NumberColumnsTakeTheirLeadingNumber)
 {
+    // "90kg" reads as 90, text without a number as 0, and the rest of the
+    // line is kept.
     struct Case {
         void (*read)(const QString&);
         const char* line;
         const char* table;
-        const char* tail;
+        const char* row;
     };
     const Case cases[] = {
-        { IrrigationRead, " 1  0.75   1O", "Irrigation", " in IrrigationRead/frmMain." },
-        { IrrigDatesRead, " 1 01110 IR001   abc", "IrrigApplications", " in IrrigDatesRead." },
-        { FertilizerRead, " 1 01001 FE005 AP002    1O    20 Named by a lost line", "Fertilization",
-            " in FertilizerRead/frmMain." },
-        { ResidueRead, " 1 01001 RE001   1,5", "Residue", " in ResidueRead/frnMain." },
-        { ChemicalRead, " 1 01001 HE001  1.5x", "Chemicals", " in ChemicalRead/frmMain." },
-        { TillageRead, " 1 01001 TI001 15 cm", "Tillage", " in TillageRead/frmMain." },
-        { EvironModRead, " 1 01001 A 1.0 M   x", "EnvironMod", " in EvironModRead/frmMain." },
-        { HarvestRead, " 1 01001 GS000     C     A   all", "Harvest", " in HarvestRead/frmMain." },
+        { IrrigationRead, " 1  0.75   1O", "Irrigation", "1|0.75|1|NULL|NULL|NULL|NULL|NULL|NULL" },
+        { IrrigDatesRead, " 1 01110 IR001   abc", "IrrigApplications", "1|01110|IR001|0|NULL" },
+        { FertilizerRead, " 1 01001 FE005 AP002  90kg    kg   -99   -99   -99   -99   -99 Split N",
+            "Fertilization", "1|01001|FE005|AP002|90|0|NULL|NULL|NULL|NULL|NULL" },
+        { ResidueRead, " 1 01001 RE001   1,5", "Residue",
+            "1|01001|RE001|1|NULL|NULL|NULL|NULL|NULL|NULL" },
+        { ChemicalRead, " 1 01001 HE001  1.5x", "Chemicals", "1|01001|HE001|1.5|NULL|NULL|NULL" },
+        { TillageRead, " 1 01001 TI001 15 cm", "Tillage", "1|01001|TI001|15" },
+        { EvironModRead, " 1 01001 A 1.0 M   x", "EnvironMod",
+            "1|01001|A|1|M|0|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL" },
+        { HarvestRead, " 1 01001 GS000     C     A   all", "Harvest", "1|01001|GS000|C|A|0|NULL" },
     };
     for (const Case& c : cases) {
-        m_ui.clear();
         c.read(QLatin1String(c.line));
-        EXPECT_EQ(database::rowCount(QLatin1String(c.table)), 0) << c.table;
-        EXPECT_EQ(m_ui.texts(), QStringList { QStringLiteral("Data type conversion error.") + QLatin1String(c.tail) });
+        EXPECT_EQ(test::rowsOf(QStringLiteral("SELECT * FROM [%1]").arg(QLatin1String(c.table))),
+            QStringList { QLatin1String(c.row) });
     }
-    // The name of a lost line isn't kept either.
-    EXPECT_EQ(database::rowCount(QStringLiteral("FerLevelNames")), 0);
+    EXPECT_EQ(test::rowsOf(QStringLiteral("SELECT * FROM FerLevelNames")),
+        QStringList { QStringLiteral("1|Split N") });
+    EXPECT_TRUE(m_ui.messages.empty()) << m_ui.texts().join(QLatin1Char('\n')).toStdString();
 }
 
 TEST_F(EventReaders, DuplicateKeyInTheFillGetsTheSectionsOwnMessage)

@@ -43,6 +43,14 @@ protected:
         return m_window.menuAction(QLatin1String(entry))->isEnabled();
     }
     QString expectNoMessages() const { return m_ui.texts().join(QLatin1Char('\n')); }
+    // The background documents LoadNewDoc made.
+    int backgrounds() const
+    {
+        int count = 0;
+        for (QMdiSubWindow* child : m_window.mdiArea()->subWindowList())
+            count += child->objectName() == QLatin1String("frmDocument");
+        return count;
+    }
 
     frmMain m_window;
 };
@@ -146,16 +154,37 @@ TEST_F(MainWindowTest, ClosingWithUnsavedChangesAsksAndCancelKeepsTheDocument)
     EXPECT_TRUE(m_window.close());
 }
 
-TEST_F(MainWindowTest, NewFromTheCommandLineKeepsTheMenusOfAnOpenDocument)
+TEST_F(MainWindowTest, NewFromTheCommandLineComesBeforeTheEmptyState)
 {
+    // New runs first; then the menus of the empty state are set and the
+    // background is made, behind the identification.
     state().NewFromCommand = true;
     m_window.show();
     m_window.Form_Load();
+    EXPECT_TRUE(m_ui.messages.empty()) << expectNoMessages().toStdString();
     EXPECT_TRUE(state().IsNewFile);
+    ASSERT_NE(m_window.identificationWindow(), nullptr);
+    EXPECT_TRUE(m_window.identificationWindow()->isVisible());
+    EXPECT_EQ(m_window.mdiArea()->activeSubWindow()->widget(), m_window.identificationWindow());
+    EXPECT_EQ(backgrounds(), 1);
+    EXPECT_TRUE(enabled("mnuFileOpen"));
+    EXPECT_FALSE(enabled("mnuFileSave"));
+    EXPECT_FALSE(enabled("mnuRefresh"));
+    m_window.close();
+}
+
+TEST_F(MainWindowTest, OpenFromTheCommandLineKeepsTheMenusOfTheDocument)
+{
+    state().OpenFromCommand = true;
+    state().CommandFile = maizeFile();
+    m_window.show();
+    m_window.Form_Load();
+    EXPECT_TRUE(m_ui.messages.empty()) << expectNoMessages().toStdString();
     ASSERT_NE(m_window.identificationWindow(), nullptr);
     EXPECT_TRUE(enabled("mnuFileSave"));
     EXPECT_TRUE(enabled("mnuRefresh"));
     EXPECT_FALSE(enabled("mnuFileOpen"));
+    EXPECT_EQ(backgrounds(), 0);
     m_window.close();
 }
 

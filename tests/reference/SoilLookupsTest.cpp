@@ -2,6 +2,7 @@
 
 #include "app/AppState.h"
 #include "database/Sql.h"
+#include "database/WorkDatabase.h"
 #include "reference/Profile.h"
 #include "reference/SuiteFixture.h"
 #include "support/QtPrinters.h"
@@ -69,6 +70,55 @@ TEST_F(SoilLookupsTest, SoilFilesSelectedAndNumbered)
     EXPECT_EQ(SoilFolder(), QStringLiteral("C:\\TERVA48\\Soil"));
     // Comment lines are not kept; the profile lines of the skipped file neither.
     EXPECT_EQ(SoilLines().size(), 8 + 13 + 6);
+}
+
+TEST_F(SoilLookupsTest, EveryListingGivesTheSameRowsAndMessagesUntilASoilFileChanges)
+{
+    write(QStringLiteral("SOIL/SOIL.SOL"),
+        QStringList { QStringLiteral("*SOILS: General soil file") }
+            + soilProfile(QStringLiteral("IBGN000001"), QStringLiteral("General"),
+                { layer("10", ".1", ".2", "1.3") }));
+    const QStringList shared = QStringList { QStringLiteral("*SOILS: General soils of AB") }
+        + soilProfile(QStringLiteral("IBGN000001"), QStringLiteral("Again"), {})
+        + soilProfile(QStringLiteral("IBAB000001"), QStringLiteral("Alpha"), {});
+    write(QStringLiteral("SOIL/AB.SOL"), shared);
+    // As every Open after the first: the table is emptied (as a Close does),
+    // or kept when it stands, then listed.
+    bool close = true;
+    const auto listing = [this, &close] {
+        m_ui.clear();
+        database::CleanDataBase_Partially(!close && SoilLookupStands()
+                ? QStringList { QStringLiteral("SoilLookup") }
+                : QStringList());
+        close = !close;
+        CreateSoilLookup();
+        return QStringList { rowsOf(QStringLiteral("SELECT * FROM SoilLookup ORDER BY rowid"))
+                                 .join(QLatin1Char(';')),
+            m_ui.texts().join(QLatin1Char(';')), SoilLines().join(QLatin1Char(';')) };
+    };
+
+    const QStringList first = listing();
+    EXPECT_EQ(m_ui.texts(),
+        (QStringList { QStringLiteral("Soil ID is not unique. Soil 'SOILS: Gen' is read once."),
+            QStringLiteral("Soil ID is not unique. Soil 'IBGN000001' is read once.") }));
+    EXPECT_EQ(listing(), first);
+    EXPECT_EQ(listing(), first);
+    EXPECT_TRUE(SoilLookupStands());
+
+    // A row changed behind the listing's back: the table no longer stands.
+    database::exec(
+        QStringLiteral("UPDATE SoilLookup SET Description = 'x' WHERE Code = 'IBAB000001'"));
+    EXPECT_FALSE(SoilLookupStands());
+    EXPECT_EQ(listing(), first);
+
+    // A soil file written with a new profile is read again.
+    write(QStringLiteral("SOIL/AB.SOL"),
+        shared + soilProfile(QStringLiteral("IBAB000002"), QStringLiteral("Beta"), {}));
+    const QStringList changed = listing();
+    EXPECT_EQ(changed.at(1), first.at(1));
+    EXPECT_TRUE(changed.at(0).endsWith(QStringLiteral("IBAB000002|150|Beta|2|AB.SOL")));
+    EXPECT_EQ(database::rowCount(QStringLiteral("SoilLookup")), 4);
+    EXPECT_EQ(listing(), changed);
 }
 
 TEST_F(SoilLookupsTest, NoSoilLocationEndsTheProgram)

@@ -162,4 +162,13 @@ TEST_F(LevelIntegrity, RelationsBrokenByTheDataAreLeftOutQuietly)
     EXPECT_TRUE(m_ui.messages.empty());
     // The data stays as it was.
     EXPECT_EQ(rowsOf(QStringLiteral("SELECT LNFLD FROM Treatments")), QStringList { "3" });
+
+    // Made again after a removal, as every Open does: the same ones.
+    DeleteRelations();
+    SetRelations();
+    EXPECT_EQ(sorted(relationNames()), sorted(made));
+    exec(QStringLiteral("DELETE FROM Chemicals"));
+    DeleteRelations();
+    SetRelations();
+    EXPECT_TRUE(relationNames().contains(QStringLiteral("Chem_Applications"), Qt::CaseInsensitive));
 }

@@ -201,6 +201,7 @@ bool frmMain::isEntryEnabled(const QString& name) const
 void frmMain::LoadNewDoc()
 {
     ++m_documentCount;
+    QMdiSubWindow* active = m_mdi->activeSubWindow();
     auto* background = new QLabel;
     background->setAlignment(Qt::AlignCenter);
     background->setText(tr("Open an experiment (File > Open) or start a new one (File > New)."));
@@ -208,6 +209,11 @@ void frmMain::LoadNewDoc()
     child->setWindowTitle(tr("Document %1").arg(m_documentCount));
     child->setObjectName(QStringLiteral("frmDocument"));
     child->showMaximized();
+    // The background never covers a document that is open already.
+    if (state().DocumentOpen) {
+        showBackground(false);
+        m_mdi->setActiveSubWindow(active);
+    }
 }
 
 void frmMain::Form_Load()
@@ -222,16 +228,16 @@ void frmMain::Form_Load()
     s.FileTypeLabel = QStringLiteral("(experimental)");
     s.FileSaved = true;
     s.RefreshStarted = false;
-    // The empty state comes first, so that a new file started from the
-    // command line keeps the menus of an open document.
-    if (!s.OpenFromCommand) {
-        setMenuState(MenuState::Empty);
-        LoadNewDoc();
-    }
     try {
         startFromCommandLine();
     } catch (const RuntimeError& e) {
         reportError(e.text(), QStringLiteral(" in Form_Load/frmMain."));
+    }
+    // After the command line's file: a new file started from it ends with
+    // the menus of the empty state.
+    if (!s.OpenFromCommand) {
+        setMenuState(MenuState::Empty);
+        LoadNewDoc();
     }
 }
 

@@ -29,7 +29,8 @@ public:
     ~frmMain() override;
 
     // Runs the start of the window's life: caption, scaling factors, the
-    // empty state and the background document, and the command-line start.
+    // command-line start, then (unless a file was opened from the command
+    // line) the empty state and the background document.
     void Form_Load();
 
     QAction* menuAction(const QString& name) const;
