@@ -8,10 +8,12 @@
 #include "database/Sql.h"
 #include "editors/EditorFixture.h"
 #include "editors/EventEditor.h"
+#include "editors/InitialConditionsEditor.h"
 #include "editors/TreatmentEditor.h"
 #include "format/FileWriter.h"
 #include "format/WriteFile.h"
 #include "support/FakeEventScreen.h"
+#include "support/FakeInitialConditionsScreen.h"
 #include "support/FakeTreatmentScreen.h"
 
 #include <QDirIterator>
@@ -70,6 +72,20 @@ bool treatmentTableSaved()
     return true;
 }
 
+bool initialConditionsOk()
+{
+    if (database::rowCount(QStringLiteral("InitialConditions")) == 0)
+        return false;
+    FakeInitialConditionsScreen screen;
+    InitialConditionsEditor editor(screen);
+    screen.attach(editor);
+    EXPECT_TRUE(mnuEditInitCond_Click());
+    editor.Form_Load();
+    editor.cmdSave();
+    EXPECT_TRUE(screen.closed);
+    return true;
+}
+
 // Every editor, in the order a user might open them: each opens on the
 // document and closes by its OK (or Save), and says whether it opened.
 const std::vector<std::pair<const char*, std::function<bool()>>> editorsInTurn = {
@@ -78,6 +94,7 @@ const std::vector<std::pair<const char*, std::function<bool()>>> editorsInTurn =
     { "frmChemEdit", [] { return openAndOk("frmChemEdit"); } },
     { "frmTillEdit", [] { return openAndOk("frmTillEdit"); } },
     { "frmViewTreatments", treatmentTableSaved },
+    { "frmInitCond", initialConditionsOk },
 };
 
 class EditorsLeaveFilesAlone : public EditorTest, public ::testing::WithParamInterface<QString> {

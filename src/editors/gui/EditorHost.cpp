@@ -5,9 +5,11 @@
 #include "editors/gui/EditorWindow.h"
 #include "editors/gui/frmChemEdit.h"
 #include "editors/gui/frmFertEdit.h"
+#include "editors/gui/frmInitCond.h"
 #include "editors/gui/frmResidueEdit.h"
 #include "editors/gui/frmTillEdit.h"
 #include "editors/gui/frmViewTreatments.h"
+#include "editors/InitialConditionsEditor.h"
 #include "editors/TreatmentEditor.h"
 
 #include <QAction>
@@ -47,6 +49,8 @@ EditorHost::EditorHost(QMdiArea* mdi, Action action, QObject* parent)
     add("frmTillEdit", eventEditor<frmTillEdit>("frmTillEdit"));
     m_forms[QStringLiteral("frmViewTreatments")]
         = { editors::mnuViewTreatments_Click, [] { return new frmViewTreatments; } };
+    m_forms[QStringLiteral("frmInitCond")]
+        = { editors::mnuEditInitCond_Click, [] { return new frmInitCond; } };
     connect(m_mdi, &QMdiArea::subWindowActivated, this,
         [this](QMdiSubWindow* active) { giveKeysToEditor(active && active == m_child); });
 }
