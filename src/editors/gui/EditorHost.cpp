@@ -2,6 +2,8 @@
 
 #include "editors/EditorForms.h"
 #include "editors/EventEditor.h"
+#include "editors/InitialConditionsEditor.h"
+#include "editors/TreatmentEditor.h"
 #include "editors/gui/EditorWindow.h"
 #include "editors/gui/frmChemEdit.h"
 #include "editors/gui/frmFertEdit.h"
@@ -9,8 +11,6 @@
 #include "editors/gui/frmResidueEdit.h"
 #include "editors/gui/frmTillEdit.h"
 #include "editors/gui/frmViewTreatments.h"
-#include "editors/InitialConditionsEditor.h"
-#include "editors/TreatmentEditor.h"
 
 #include <QAction>
 #include <QMdiArea>
@@ -65,9 +65,10 @@ void EditorHost::open(const QString& formName)
     const auto it = m_forms.find(formName);
     if (it == m_forms.end() || !it->second.menuHandler())
         return;
+    // Loaded before it is shown, so that it can size itself to what it holds.
     EditorWindow* window = it->second.create();
-    show(window);
     window->Form_Load();
+    show(window);
 }
 
 void EditorHost::show(EditorWindow* window)
