@@ -1,6 +1,7 @@
 #include "editors/EditorForms.h"
 
 #include "app/AppState.h"
+#include "app/DocumentCommands.h"
 #include "app/ExpIdentity.h"
 
 #include <array>
@@ -57,6 +58,14 @@ std::optional<EditorForm> openForm()
             return static_cast<EditorForm>(i);
     }
     return std::nullopt;
+}
+
+void closeOtherEditors()
+{
+    AppState& s = state();
+    const auto flags = s.EditorOpen;
+    documentHost().closeEditors();
+    s.EditorOpen = flags;
 }
 
 QString editorCaption(const QString& stem)

@@ -90,11 +90,7 @@ bool EventEditor::openEditor(const EventMember& member)
     AppState& s = state();
     Busy busy;
     try {
-        // The other editors commit as they close; the flags stay as they were
-        // until this editor's Form_Load sets its own.
-        const auto flags = s.EditorOpen;
-        documentHost().closeEditors();
-        s.EditorOpen = flags;
+        closeOtherEditors();
 
         if (hasRows(QStringLiteral("SELECT 1 FROM [%1] LIMIT 1").arg(member.levelTable))) {
             s.NewLevelCreated = false;

@@ -116,14 +116,9 @@ const std::array<InitialConditionsBox, 10>& initialConditionsBoxes()
 
 bool mnuEditInitCond_Click()
 {
-    AppState& s = state();
     Busy busy;
     try {
-        // The other editors commit as they close; the flags stay as they were
-        // until Form_Load sets this editor's own.
-        const auto flags = s.EditorOpen;
-        documentHost().closeEditors();
-        s.EditorOpen = flags;
+        closeOtherEditors();
         database::Transaction transaction;
         const bool show = prepareInitialConditions();
         transaction.commit();

@@ -185,8 +185,9 @@ TEST_F(InitialConditionsEditorTest, BoxesAndDateStoreWhatTheirRulesAccept)
         EXPECT_EQ(m_editor->txtBox_Validate(field, QLatin1String(c.typed)), c.shown != nullptr)
             << c.typed;
         EXPECT_EQ(messages(), c.shown ? QString() : QStringLiteral("Invalid entry.")) << c.typed;
-        if (c.shown)
+        if (c.shown) {
             EXPECT_EQ(m_screen->boxes[field], QLatin1String(c.shown));
+        }
         EXPECT_EQ(
             rowsOf(QStringLiteral("SELECT %1 FROM InitialConditions WHERE LNIC = 1").arg(field)),
             QStringList { QLatin1String(c.stored) })

@@ -7,6 +7,7 @@
 #include "editors/EditorForms.h"
 #include "editors/gui/frmFertEdit.h"
 #include "editors/gui/frmResidueEdit.h"
+#include "gui/MaizeWindowFixture.h"
 #include "support/SampleSuiteFixture.h"
 #include "support/WorkDbFixture.h"
 
@@ -23,39 +24,13 @@
 namespace quillon::test {
 namespace {
 
-class EventEditorWindowTest : public SampleSuiteTest {
+class EventEditorWindowTest : public MaizeWindowTest {
 protected:
-    void SetUp() override
-    {
-        SampleSuiteTest::SetUp();
-        m_window.show();
-        m_window.Form_Load();
-        m_window.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&m_window));
-        m_ui.fileAnswers.push_back(maizeFile());
-        m_window.menuAction(QStringLiteral("mnuFileOpen"))->trigger();
-        ASSERT_TRUE(state().DocumentOpen);
-        m_ui.clear();
-    }
-
-    // Opens an editor from its Edit menu entry; the editor's window or null.
-    template <typename Form> Form* openFromMenu(const char* entry)
-    {
-        m_window.menuAction(QLatin1String(entry))->trigger();
-        settle();
-        return m_window.findChild<Form*>();
-    }
-    static void settle() { QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
-
     QTableView* grid(QWidget* editor, const char* name)
     {
         auto* view = editor->findChild<QTableView*>(QLatin1String(name));
         view->setFocus();
         return view;
-    }
-    static QString cell(QTableView* view, int row, int column)
-    {
-        return view->model()->index(row, column).data().toString();
     }
     static void goTo(QTableView* view, int row, int column)
     {
@@ -71,8 +46,6 @@ protected:
         // The cell is stored by a queued call.
         QApplication::processEvents();
     }
-
-    frmMain m_window;
 };
 
 TEST_F(EventEditorWindowTest, MenuKeysTypingAndOkWorkOnTheEditorsTables)

@@ -6,6 +6,7 @@
 #include "app/gui/frmMain.h"
 #include "database/Sql.h"
 #include "editors/gui/frmInitCond.h"
+#include "gui/MaizeWindowFixture.h"
 #include "support/SampleSuiteFixture.h"
 #include "support/WorkDbFixture.h"
 
@@ -24,37 +25,17 @@
 namespace quillon::test {
 namespace {
 
-class InitialConditionsWindowTest : public SampleSuiteTest {
+class InitialConditionsWindowTest : public MaizeWindowTest {
 protected:
-    void SetUp() override
-    {
-        SampleSuiteTest::SetUp();
-        m_window.show();
-        m_window.Form_Load();
-        m_window.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&m_window));
-        m_ui.fileAnswers.push_back(maizeFile());
-        m_window.menuAction(QStringLiteral("mnuFileOpen"))->trigger();
-        ASSERT_TRUE(state().DocumentOpen);
-        m_ui.clear();
-    }
-
     frmInitCond* openEditor()
     {
-        QAction* entry = m_window.menuAction(QStringLiteral("mnuEditInitCond"));
-        EXPECT_EQ(entry->text(), QStringLiteral("&Initial Conditions"));
-        entry->trigger();
-        settle();
-        return m_window.findChild<frmInitCond*>();
+        EXPECT_EQ(m_window.menuAction(QStringLiteral("mnuEditInitCond"))->text(),
+            QStringLiteral("&Initial Conditions"));
+        return openFromMenu<frmInitCond>("mnuEditInitCond");
     }
-    static void settle() { QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
     template <typename W> static W* child(QWidget* editor, const char* name)
     {
         return editor->findChild<W*>(QLatin1String(name));
-    }
-    static QString cell(QTableView* view, int row, int column)
-    {
-        return view->model()->index(row, column).data().toString();
     }
     // Types into a box and leaves it with Tab.
     static void typeIn(QLineEdit* box, const QString& text)
@@ -64,8 +45,6 @@ protected:
         QTest::keyClicks(box, text);
         QTest::keyClick(box, Qt::Key_Tab);
     }
-
-    frmMain m_window;
 };
 
 TEST_F(InitialConditionsWindowTest, MenuBoxesSoilRecalculationAndOk)
@@ -155,6 +134,38 @@ TEST_F(InitialConditionsWindowTest, EscWarnsAndCancelPutsEverythingBack)
             + rowsOf(QStringLiteral("SELECT * FROM InitialConditions ORDER BY rowid")),
         before);
     EXPECT_TRUE(state().FileSaved);
+}
+
+TEST_F(InitialConditionsWindowTest, ControlKeysDoTheEditorsJobs)
+{
+    struct Case {
+        Qt::Key key;
+        const char* message; // the first message's title, if any
+        bool closes;
+        int levels; // initial-conditions levels afterwards
+    };
+    const Case cases[] = {
+        { Qt::Key_A, nullptr, false, 3 }, // Add: a copy of level 1
+        { Qt::Key_D, "Deletion Warning", false, 2 }, // level 1 is used by treatments
+        { Qt::Key_O, nullptr, true, 2 }, // OK
+        { Qt::Key_N, nullptr, true, 2 }, // Cancel, without the warning
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(int(c.key));
+        frmInitCond* editor = openEditor();
+        ASSERT_NE(editor, nullptr);
+        m_ui.clear();
+        QTest::keyClick(child<QTableView>(editor, "DBGridIC"), c.key, Qt::ControlModifier);
+        settle();
+        EXPECT_EQ(m_ui.messages.empty() ? QString() : m_ui.messages[0].title,
+            c.message ? QLatin1String(c.message) : QString());
+        EXPECT_EQ(m_window.findChild<frmInitCond*>() == nullptr, c.closes);
+        EXPECT_EQ(database::rowCount(QStringLiteral("InitialConditions")), c.levels);
+        // Cancel whatever is left, so that the next key starts afresh.
+        if (auto* open = m_window.findChild<frmInitCond*>())
+            open->editor().cmdCancel_Click();
+        settle();
+    }
 }
 
 } // namespace
