@@ -5,6 +5,7 @@
 #include "editors/InitialConditionsTexts.h"
 #include "editors/gui/GridDelegate.h"
 #include "editors/gui/WrappingHeader.h"
+#include "format/DateCodes.h"
 
 #include <QBoxLayout>
 #include <QComboBox>
@@ -406,6 +407,11 @@ void frmInitCond::showPreviousCrop(const QString& code)
 void frmInitCond::setDateText(const QString& text)
 {
     m_txtDate->setText(text);
+    // The list of years shows the measurement's year when the weather has it.
+    const QDate day = format::toDate(text.trimmed());
+    const int year = day.isValid() ? m_ComboYear->findText(QString::number(day.year())) : -1;
+    if (year >= 0)
+        m_ComboYear->setCurrentIndex(year);
 }
 
 QString frmInitCond::dateText() const
