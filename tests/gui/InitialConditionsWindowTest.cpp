@@ -138,34 +138,8 @@ TEST_F(InitialConditionsWindowTest, EscWarnsAndCancelPutsEverythingBack)
 
 TEST_F(InitialConditionsWindowTest, ControlKeysDoTheEditorsJobs)
 {
-    struct Case {
-        Qt::Key key;
-        const char* message; // the first message's title, if any
-        bool closes;
-        int levels; // initial-conditions levels afterwards
-    };
-    const Case cases[] = {
-        { Qt::Key_A, nullptr, false, 3 }, // Add: a copy of level 1
-        { Qt::Key_D, "Deletion Warning", false, 2 }, // level 1 is used by treatments
-        { Qt::Key_O, nullptr, true, 2 }, // OK
-        { Qt::Key_N, nullptr, true, 2 }, // Cancel, without the warning
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(int(c.key));
-        frmInitCond* editor = openEditor();
-        ASSERT_NE(editor, nullptr);
-        m_ui.clear();
-        QTest::keyClick(child<QTableView>(editor, "DBGridIC"), c.key, Qt::ControlModifier);
-        settle();
-        EXPECT_EQ(m_ui.messages.empty() ? QString() : m_ui.messages[0].title,
-            c.message ? QLatin1String(c.message) : QString());
-        EXPECT_EQ(m_window.findChild<frmInitCond*>() == nullptr, c.closes);
-        EXPECT_EQ(database::rowCount(QStringLiteral("InitialConditions")), c.levels);
-        // Cancel whatever is left, so that the next key starts afresh.
-        if (auto* open = m_window.findChild<frmInitCond*>())
-            open->editor().cmdCancel_Click();
-        settle();
-    }
+    checkControlKeys<frmInitCond>(
+        "mnuEditInitCond", "DBGridIC", QStringLiteral("InitialConditions"));
 }
 
 } // namespace
