@@ -51,6 +51,13 @@ bool isOpen(EditorForm form)
     return state().EditorOpen.at(indexOf(form));
 }
 
+void closeOtherEditors()
+{
+    const auto flags = state().EditorOpen;
+    documentHost().closeEditors();
+    state().EditorOpen = flags;
+}
+
 std::optional<EditorForm> openForm()
 {
     for (size_t i = 0; i < names.size(); ++i) {
@@ -58,14 +65,6 @@ std::optional<EditorForm> openForm()
             return static_cast<EditorForm>(i);
     }
     return std::nullopt;
-}
-
-void closeOtherEditors()
-{
-    AppState& s = state();
-    const auto flags = s.EditorOpen;
-    documentHost().closeEditors();
-    s.EditorOpen = flags;
 }
 
 QString editorCaption(const QString& stem)

@@ -33,13 +33,11 @@ std::optional<EditorForm> formNamed(const QString& name);
 void markOpen(EditorForm form);
 void markClosed(EditorForm form);
 bool isOpen(EditorForm form);
+// Closes the open editor, which commits as it closes, and keeps the open
+// flags as they were until the opening editor's Form_Load sets its own.
+void closeOtherEditors();
 // The form whose flag is set, if any.
 std::optional<EditorForm> openForm();
-
-// The first step of a menu handler: the open editor closes (and commits),
-// and the open flags stay as they were until the opening editor's Form_Load
-// sets its own.
-void closeOtherEditors();
 
 // An editor's window caption: its stem, the file-type label, a hyphen and
 // the experiment file's name in capitals ("Fertilizers (experimental) -

@@ -3,12 +3,14 @@
 #include "editors/EditorForms.h"
 #include "editors/EventEditor.h"
 #include "editors/InitialConditionsEditor.h"
+#include "editors/SimEditor.h"
 #include "editors/TreatmentEditor.h"
 #include "editors/gui/EditorWindow.h"
 #include "editors/gui/frmChemEdit.h"
 #include "editors/gui/frmFertEdit.h"
 #include "editors/gui/frmInitCond.h"
 #include "editors/gui/frmResidueEdit.h"
+#include "editors/gui/frmSim.h"
 #include "editors/gui/frmTillEdit.h"
 #include "editors/gui/frmViewTreatments.h"
 
@@ -51,6 +53,14 @@ EditorHost::EditorHost(QMdiArea* mdi, Action action, QObject* parent)
         = { editors::mnuViewTreatments_Click, [] { return new frmViewTreatments; } };
     m_forms[QStringLiteral("frmInitCond")]
         = { editors::mnuEditInitCond_Click, [] { return new frmInitCond; } };
+    // The simulation controls open on General from their own entry, and on
+    // the matching tab from Simulation Environment and Simulation Management.
+    m_forms[QStringLiteral("frmSim")]
+        = { editors::EditSimOptGeneral_Click, [] { return new frmSim; } };
+    m_forms[QStringLiteral("frmSim/Methods")]
+        = { editors::EditSimOptGeneral_Click, [] { return new frmSim(frmSim::Tab::Methods); } };
+    m_forms[QStringLiteral("frmSim/Management")]
+        = { editors::EditSimOptGeneral_Click, [] { return new frmSim(frmSim::Tab::Management); } };
     connect(m_mdi, &QMdiArea::subWindowActivated, this,
         [this](QMdiSubWindow* active) { giveKeysToEditor(active && active == m_child); });
 }
