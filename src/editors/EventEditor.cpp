@@ -922,9 +922,7 @@ void EventEditor::Form_Unload()
 
 void EventEditor::escapePressed()
 {
-    if (msgBox(
-            text::newDataNotSaved, MsgButtons::OKCancel, MsgIcon::Exclamation, text::warningTitle)
-        == MsgAnswer::OK)
+    if (escapeConfirmed())
         cmdCancel_Click();
 }
 

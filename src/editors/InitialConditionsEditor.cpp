@@ -736,9 +736,7 @@ void InitialConditionsEditor::Form_Unload()
 
 void InitialConditionsEditor::escapePressed()
 {
-    if (msgBox(
-            text::newDataNotSaved, MsgButtons::OKCancel, MsgIcon::Exclamation, text::warningTitle)
-        == MsgAnswer::OK)
+    if (escapeConfirmed())
         cmdCancel_Click();
 }
 
