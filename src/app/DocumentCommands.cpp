@@ -3,6 +3,7 @@
 #include "app/AppState.h"
 #include "app/CommandLine.h"
 #include "app/DialogSwitches.h"
+#include "app/NewExperiment.h"
 #include "app/OpenExperiment.h"
 #include "app/RuntimeError.h"
 #include "app/UserInterface.h"
@@ -398,9 +399,7 @@ void mnuFileNew_Click()
         // A database held by another program can't be read here: New says
         // so and the program ends. An empty one is deleted and built anew.
         prepareWorkDatabase(databaseInUse);
-        // The new document starts without levels. The fields, initial
-        // conditions and planting editors make level 1 of their factor when
-        // they open on a factor without levels, so nothing is added here.
+        Add_IC_Fld_Planting();
         validation::SetRelations();
         transaction.commit();
         ui().progress(-1);

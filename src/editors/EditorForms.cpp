@@ -3,6 +3,8 @@
 #include "app/AppState.h"
 #include "app/DocumentCommands.h"
 #include "app/ExpIdentity.h"
+#include "app/UserInterface.h"
+#include "editors/EditorTexts.h"
 
 #include <array>
 
@@ -56,6 +58,13 @@ void closeOtherEditors()
     const auto flags = state().EditorOpen;
     documentHost().closeEditors();
     state().EditorOpen = flags;
+}
+
+bool escapeConfirmed()
+{
+    return msgBox(text::newDataNotSaved, MsgButtons::OKCancel, MsgIcon::Exclamation,
+               text::warningTitle)
+        == MsgAnswer::OK;
 }
 
 std::optional<EditorForm> openForm()

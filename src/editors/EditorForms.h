@@ -36,6 +36,9 @@ bool isOpen(EditorForm form);
 // Closes the open editor, which commits as it closes, and keeps the open
 // flags as they were until the opening editor's Form_Load sets its own.
 void closeOtherEditors();
+// Esc's warning, "New data will not be saved."; true when the user goes on
+// to cancel.
+bool escapeConfirmed();
 // The form whose flag is set, if any.
 std::optional<EditorForm> openForm();
 

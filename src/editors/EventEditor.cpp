@@ -177,11 +177,7 @@ bool EventEditor::openEditor(const EventMember& member)
     AppState& s = state();
     Busy busy;
     try {
-        // The other editors commit as they close; the flags stay as they were
-        // until this editor's Form_Load sets its own.
-        const auto flags = s.EditorOpen;
-        documentHost().closeEditors();
-        s.EditorOpen = flags;
+        closeOtherEditors();
 
         if (hasRows(QStringLiteral("SELECT 1 FROM [%1] LIMIT 1").arg(member.levelTable))) {
             s.NewLevelCreated = false;
@@ -1093,9 +1089,7 @@ void EventEditor::Form_Unload()
 
 void EventEditor::escapePressed()
 {
-    if (msgBox(
-            text::newDataNotSaved, MsgButtons::OKCancel, MsgIcon::Exclamation, text::warningTitle)
-        == MsgAnswer::OK)
+    if (escapeConfirmed())
         cmdCancel_Click();
 }
 

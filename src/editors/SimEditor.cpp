@@ -633,9 +633,7 @@ void SimEditor::Form_Unload()
 
 void SimEditor::escapePressed()
 {
-    if (msgBox(
-            text::newDataNotSaved, MsgButtons::OKCancel, MsgIcon::Exclamation, text::warningTitle)
-        == MsgAnswer::OK)
+    if (escapeConfirmed())
         cmdCancel_Click();
 }
 

@@ -354,9 +354,7 @@ void TreatmentEditor::Form_Unload()
 
 void TreatmentEditor::escapePressed()
 {
-    if (msgBox(
-            text::newDataNotSaved, MsgButtons::OKCancel, MsgIcon::Exclamation, text::warningTitle)
-        == MsgAnswer::OK)
+    if (escapeConfirmed())
         Command1_Click();
 }
 

@@ -8,11 +8,13 @@
 #include "database/Sql.h"
 #include "editors/EditorFixture.h"
 #include "editors/EventEditor.h"
+#include "editors/InitialConditionsEditor.h"
 #include "editors/SimEditor.h"
 #include "editors/TreatmentEditor.h"
 #include "format/FileWriter.h"
 #include "format/WriteFile.h"
 #include "support/FakeEventScreen.h"
+#include "support/FakeInitialConditionsScreen.h"
 #include "support/FakeSimScreen.h"
 #include "support/FakeTreatmentScreen.h"
 
@@ -72,6 +74,20 @@ bool treatmentTableSaved()
     return true;
 }
 
+bool initialConditionsOk()
+{
+    if (database::rowCount(QStringLiteral("InitialConditions")) == 0)
+        return false;
+    FakeInitialConditionsScreen screen;
+    InitialConditionsEditor editor(screen);
+    screen.attach(editor);
+    EXPECT_TRUE(mnuEditInitCond_Click());
+    editor.Form_Load();
+    editor.cmdSave();
+    EXPECT_TRUE(screen.closed);
+    return true;
+}
+
 // The simulation controls, opened from the View menu and closed with OK.
 bool simulationControlsOk()
 {
@@ -97,6 +113,7 @@ const std::vector<std::pair<const char*, std::function<bool()>>> editorsInTurn =
     { "frmHarvest", [] { return openAndOk("frmHarvest"); } },
     { "frmEnvMod", [] { return openAndOk("frmEnvMod"); } },
     { "frmViewTreatments", treatmentTableSaved },
+    { "frmInitCond", initialConditionsOk },
     { "frmSim", simulationControlsOk },
 };
 

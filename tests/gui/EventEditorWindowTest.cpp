@@ -10,6 +10,7 @@
 #include "editors/gui/frmHarvest.h"
 #include "editors/gui/frmIrrigation.h"
 #include "editors/gui/frmResidueEdit.h"
+#include "gui/MaizeWindowFixture.h"
 #include "support/SampleSuiteFixture.h"
 #include "support/WorkDbFixture.h"
 
@@ -28,39 +29,13 @@
 namespace quillon::test {
 namespace {
 
-class EventEditorWindowTest : public SampleSuiteTest {
+class EventEditorWindowTest : public MaizeWindowTest {
 protected:
-    void SetUp() override
-    {
-        SampleSuiteTest::SetUp();
-        m_window.show();
-        m_window.Form_Load();
-        m_window.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&m_window));
-        m_ui.fileAnswers.push_back(maizeFile());
-        m_window.menuAction(QStringLiteral("mnuFileOpen"))->trigger();
-        ASSERT_TRUE(state().DocumentOpen);
-        m_ui.clear();
-    }
-
-    // Opens an editor from its Edit menu entry; the editor's window or null.
-    template <typename Form> Form* openFromMenu(const char* entry)
-    {
-        m_window.menuAction(QLatin1String(entry))->trigger();
-        settle();
-        return m_window.findChild<Form*>();
-    }
-    static void settle() { QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
-
     QTableView* grid(QWidget* editor, const char* name)
     {
         auto* view = editor->findChild<QTableView*>(QLatin1String(name));
         view->setFocus();
         return view;
-    }
-    static QString cell(QTableView* view, int row, int column)
-    {
-        return view->model()->index(row, column).data().toString();
     }
     static void goTo(QTableView* view, int row, int column)
     {
@@ -84,8 +59,6 @@ protected:
         // The cell is stored by a queued call.
         QApplication::processEvents();
     }
-
-    frmMain m_window;
 };
 
 TEST_F(EventEditorWindowTest, MenuKeysTypingAndOkWorkOnTheEditorsTables)
@@ -138,34 +111,7 @@ TEST_F(EventEditorWindowTest, MenuKeysTypingAndOkWorkOnTheEditorsTables)
 
 TEST_F(EventEditorWindowTest, ControlKeysDoTheEditorsJobs)
 {
-    struct Case {
-        Qt::Key key;
-        const char* message; // the first message, if any
-        bool closes;
-        int levels; // fertilizer levels afterwards
-    };
-    const Case cases[] = {
-        { Qt::Key_A, nullptr, false, 3 }, // Add: a copy of level 1
-        { Qt::Key_D, "Deletion Warning", false, 2 }, // level 1 is used by treatments
-        { Qt::Key_O, nullptr, true, 2 }, // OK
-        { Qt::Key_N, nullptr, true, 2 }, // Cancel, without the warning
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(int(c.key));
-        auto* editor = openFromMenu<frmFertEdit>("mnuEditFertilizer");
-        ASSERT_NE(editor, nullptr);
-        m_ui.clear();
-        QTest::keyClick(grid(editor, "DBGrid1"), c.key, Qt::ControlModifier);
-        settle();
-        EXPECT_EQ(m_ui.messages.empty() ? QString() : m_ui.messages[0].title,
-            c.message ? QLatin1String(c.message) : QString());
-        EXPECT_EQ(m_window.findChild<frmFertEdit*>() == nullptr, c.closes);
-        EXPECT_EQ(database::rowCount(QStringLiteral("FerLevelNames")), c.levels);
-        // Cancel whatever is left, so that the next key starts afresh.
-        if (auto* open = m_window.findChild<frmFertEdit*>())
-            open->editor().cmdCancel_Click();
-        settle();
-    }
+    checkControlKeys<frmFertEdit>("mnuEditFertilizer", "DBGrid1", QStringLiteral("FerLevelNames"));
 }
 
 TEST_F(EventEditorWindowTest, ListColumnsTakeOnlyTheListsChoice)

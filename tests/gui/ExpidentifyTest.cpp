@@ -213,8 +213,11 @@ TEST_F(ExpidentifyTest, NextNeedsACropThenStoresTheCode)
         QStringList { QStringLiteral("AB|WH") });
     EXPECT_EQ(requests, 1);
     EXPECT_TRUE(m_ui.messages.empty());
+    // The accepted new file starts from the defaults: treatment 1.
+    EXPECT_EQ(database::rowCount(QStringLiteral("Treatments")), 1);
 
-    // Another type stores no crop.
+    // Another type stores no crop, in a document without treatments yet.
+    database::exec(QStringLiteral("DELETE FROM Treatments"));
     chooseType(FileType::Forecast);
     m_window.cmdNext_Click();
     EXPECT_EQ(requests, 2);
@@ -224,7 +227,6 @@ TEST_F(ExpidentifyTest, NextNeedsACropThenStoresTheCode)
 
     // With treatments in the file the code is left alone.
     database::exec(QStringLiteral("UPDATE ExpDetails SET CODE = 'zz'"));
-    database::insertRow(QStringLiteral("Treatments"), { { QStringLiteral("TRTNO"), 1 } });
     m_window.cmdNext_Click();
     EXPECT_EQ(test::rowsOf(QStringLiteral("SELECT CODE FROM ExpDetails")),
         QStringList { QStringLiteral("zz") });

@@ -1,10 +1,10 @@
 #include "app/gui/frmExpidentify.h"
 
 #include "app/AppState.h"
+#include "app/NewExperiment.h"
 #include "app/RuntimeError.h"
 #include "app/gui/FocusValidation.h"
 #include "app/gui/frmAddInfo.h"
-#include "database/Sql.h"
 
 #include <QCloseEvent>
 #include <QComboBox>
@@ -422,28 +422,8 @@ void frmExpidentify::cmbType_Click()
 
 void frmExpidentify::cmdNext_Click()
 {
-    if (!m_validation->settle())
-        return;
-    try {
-        const bool hasLevels = database::rowCount(QStringLiteral("Cultivars")) > 0
-            || database::rowCount(QStringLiteral("Treatments")) > 0;
-        if (!hasLevels) {
-            ExperimentDetails details = experimentDetails();
-            if (fileType() == FileType::Experimental) {
-                if (m_crop.code.isEmpty()) {
-                    msgBox(identity_text::selectCrop, MsgButtons::OK, MsgIcon::Exclamation);
-                    return;
-                }
-            } else {
-                details.CODE = QStringLiteral("");
-            }
-            storeExperimentDetails(details);
-        }
-    } catch (const RuntimeError& e) {
-        reportError(e.text(), QStringLiteral(" in cmdNext/frmExpIdentify."));
-        return;
-    }
-    emit nextRequested();
+    if (m_validation->settle() && identificationNext(experimentDetails(), fileType(), m_crop.code))
+        emit nextRequested();
 }
 
 void frmExpidentify::cmdAddInfo_Click()

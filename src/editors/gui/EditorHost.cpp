@@ -2,6 +2,7 @@
 
 #include "editors/EditorForms.h"
 #include "editors/EventEditor.h"
+#include "editors/InitialConditionsEditor.h"
 #include "editors/SimEditor.h"
 #include "editors/TreatmentEditor.h"
 #include "editors/gui/EditorWindow.h"
@@ -9,6 +10,7 @@
 #include "editors/gui/frmEnvMod.h"
 #include "editors/gui/frmFertEdit.h"
 #include "editors/gui/frmHarvest.h"
+#include "editors/gui/frmInitCond.h"
 #include "editors/gui/frmIrrigation.h"
 #include "editors/gui/frmResidueEdit.h"
 #include "editors/gui/frmSim.h"
@@ -55,6 +57,8 @@ EditorHost::EditorHost(QMdiArea* mdi, Action action, QObject* parent)
     add("frmEnvMod", eventEditor<frmEnvMod>("frmEnvMod"));
     m_forms[QStringLiteral("frmViewTreatments")]
         = { editors::mnuViewTreatments_Click, [] { return new frmViewTreatments; } };
+    m_forms[QStringLiteral("frmInitCond")]
+        = { editors::mnuEditInitCond_Click, [] { return new frmInitCond; } };
     // The simulation controls open on General from their own entry, and on
     // the matching tab from Simulation Environment and Simulation Management.
     m_forms[QStringLiteral("frmSim")]
