@@ -8,10 +8,14 @@
 #include "database/Sql.h"
 #include "editors/EditorFixture.h"
 #include "editors/EventEditor.h"
+#include "editors/FieldEditor.h"
+#include "editors/SoilAnalysisEditor.h"
 #include "editors/TreatmentEditor.h"
 #include "format/FileWriter.h"
 #include "format/WriteFile.h"
 #include "support/FakeEventScreen.h"
+#include "support/FakeFieldScreen.h"
+#include "support/FakeSoilAnalysisScreen.h"
 #include "support/FakeTreatmentScreen.h"
 
 #include <QDirIterator>
@@ -70,6 +74,37 @@ bool treatmentTableSaved()
     return true;
 }
 
+// The field editor on the document's fields, closed with OK. A file without
+// fields has no page to show.
+bool fieldsOk()
+{
+    if (database::rowCount(QStringLiteral("Fields")) == 0)
+        return false;
+    FakeFieldScreen screen;
+    FieldEditor editor(screen);
+    screen.attach(editor);
+    EXPECT_TRUE(mnuEditField_Click());
+    editor.Form_Load();
+    editor.cmdOK_Click();
+    EXPECT_TRUE(screen.closed);
+    return true;
+}
+
+// The soil analysis editor on a file that has soil analysis, closed with OK.
+bool soilAnalysisOk()
+{
+    if (database::rowCount(QStringLiteral("SoilAnalysis")) == 0)
+        return false;
+    FakeSoilAnalysisScreen screen;
+    SoilAnalysisEditor editor(screen);
+    screen.attach(editor);
+    EXPECT_TRUE(mnuEditSoil_Click());
+    editor.Form_Load();
+    editor.cmdOK_Click();
+    EXPECT_TRUE(screen.closed);
+    return true;
+}
+
 // Every editor, in the order a user might open them: each opens on the
 // document and closes by its OK (or Save), and says whether it opened.
 const std::vector<std::pair<const char*, std::function<bool()>>> editorsInTurn = {
@@ -77,6 +112,8 @@ const std::vector<std::pair<const char*, std::function<bool()>>> editorsInTurn =
     { "frmResidueEdit", [] { return openAndOk("frmResidueEdit"); } },
     { "frmChemEdit", [] { return openAndOk("frmChemEdit"); } },
     { "frmTillEdit", [] { return openAndOk("frmTillEdit"); } },
+    { "frmFields", fieldsOk },
+    { "frmSoilAnalysis", soilAnalysisOk },
     { "frmViewTreatments", treatmentTableSaved },
 };
 

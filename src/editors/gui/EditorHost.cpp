@@ -2,10 +2,14 @@
 
 #include "editors/EditorForms.h"
 #include "editors/EventEditor.h"
+#include "editors/FieldEditor.h"
+#include "editors/SoilAnalysisEditor.h"
 #include "editors/gui/EditorWindow.h"
 #include "editors/gui/frmChemEdit.h"
 #include "editors/gui/frmFertEdit.h"
+#include "editors/gui/frmFields.h"
 #include "editors/gui/frmResidueEdit.h"
+#include "editors/gui/frmSoilAnalysis.h"
 #include "editors/gui/frmTillEdit.h"
 #include "editors/gui/frmViewTreatments.h"
 #include "editors/TreatmentEditor.h"
@@ -47,6 +51,10 @@ EditorHost::EditorHost(QMdiArea* mdi, Action action, QObject* parent)
     add("frmTillEdit", eventEditor<frmTillEdit>("frmTillEdit"));
     m_forms[QStringLiteral("frmViewTreatments")]
         = { editors::mnuViewTreatments_Click, [] { return new frmViewTreatments; } };
+    m_forms[QStringLiteral("frmFields")]
+        = { editors::mnuEditField_Click, [] { return new frmFields; } };
+    m_forms[QStringLiteral("frmSoilAnalysis")]
+        = { editors::mnuEditSoil_Click, [] { return new frmSoilAnalysis; } };
     connect(m_mdi, &QMdiArea::subWindowActivated, this,
         [this](QMdiSubWindow* active) { giveKeysToEditor(active && active == m_child); });
 }
