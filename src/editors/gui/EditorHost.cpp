@@ -4,6 +4,7 @@
 #include "editors/EventEditor.h"
 #include "editors/FieldEditor.h"
 #include "editors/SoilAnalysisEditor.h"
+#include "editors/TreatmentEditor.h"
 #include "editors/gui/EditorWindow.h"
 #include "editors/gui/frmChemEdit.h"
 #include "editors/gui/frmFertEdit.h"
@@ -12,7 +13,6 @@
 #include "editors/gui/frmSoilAnalysis.h"
 #include "editors/gui/frmTillEdit.h"
 #include "editors/gui/frmViewTreatments.h"
-#include "editors/TreatmentEditor.h"
 
 #include <QAction>
 #include <QMdiArea>
@@ -69,9 +69,10 @@ void EditorHost::open(const QString& formName)
     const auto it = m_forms.find(formName);
     if (it == m_forms.end() || !it->second.menuHandler())
         return;
+    // Loaded before it is shown, so that it can size itself to what it holds.
     EditorWindow* window = it->second.create();
-    show(window);
     window->Form_Load();
+    show(window);
 }
 
 void EditorHost::show(EditorWindow* window)
