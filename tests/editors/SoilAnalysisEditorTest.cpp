@@ -140,9 +140,8 @@ TEST_F(SoilAnalysisEditorTest, AddCopiesALevelWithItsLayersOrALayerBesideItself)
         QStringList { "3|21095|SA011|SA001|SA013|Spring sampling, block A" });
     EXPECT_EQ(m_screen.levelNumber, QStringLiteral("Level 3"));
     EXPECT_EQ(m_screen.layers.rows(),
-        rowsOf(QStringLiteral("SELECT SABL, SADM, SAOC, SANI, SAPHW, "
-                              "SAPHB, SAPX, SAKE, SASC FROM SoilLayers "
-                              "WHERE LNSA = 1 ORDER BY SABL")));
+        rowsOf(QStringLiteral("SELECT SABL, SADM, SAOC, SANI, SAPHW, IFNULL(SAPHB, ''), "
+                              "SAPX, SAKE, SASC FROM SoilLayers WHERE LNSA = 1 ORDER BY SABL")));
 
     // A copy of a layer, found through an empty density as well.
     exec(QStringLiteral("UPDATE SoilLayers SET SADM = NULL WHERE LNSA = 3 AND SABL = 30"));

@@ -51,6 +51,13 @@ protected:
         settle();
         return m_window.findChild<Form*>();
     }
+    // Opens an editor through its menu entry.
+    template <typename Form> Form* openFromMenu(const char* entry)
+    {
+        m_window.menuAction(QLatin1String(entry))->trigger();
+        settle();
+        return m_window.findChild<Form*>();
+    }
     static void settle() { QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
     template <typename Widget> static Widget* control(QWidget* editor, const char* name)
@@ -86,9 +93,17 @@ protected:
     frmMain m_window;
 };
 
+TEST_F(FieldEditorsWindowTest, TheEditMenuKeysOpenBothEditors)
+{
+    EXPECT_NE(openWithKeys<frmFields>(Qt::Key_F), nullptr);
+    EXPECT_NE(openWithKeys<frmSoilAnalysis>(Qt::Key_S), nullptr);
+    // Opening one closed the other.
+    EXPECT_EQ(m_window.findChild<frmFields*>(), nullptr);
+}
+
 TEST_F(FieldEditorsWindowTest, FieldEditorBoxesCombosKeysAndOk)
 {
-    auto* editor = openWithKeys<frmFields>(Qt::Key_F);
+    auto* editor = openFromMenu<frmFields>("mnuEditField");
     ASSERT_NE(editor, nullptr);
     EXPECT_EQ(editor->windowTitle(), QStringLiteral("Fields (experimental) - QLNV2101.MZX"));
     auto* grid = control<QTableView>(editor, "DBGrid1");
@@ -135,7 +150,7 @@ TEST_F(FieldEditorsWindowTest, FieldEditorBoxesCombosKeysAndOk)
 TEST_F(FieldEditorsWindowTest, FieldEditorGridAndCancel)
 {
     const QStringList fields = rowsOf(QStringLiteral("SELECT * FROM Fields ORDER BY LNFLD"));
-    auto* editor = openWithKeys<frmFields>(Qt::Key_F);
+    auto* editor = openFromMenu<frmFields>("mnuEditField");
     ASSERT_NE(editor, nullptr);
     auto* grid = control<QTableView>(editor, "DBGrid1");
     grid->setCurrentIndex(grid->model()->index(0, 1));
@@ -165,7 +180,7 @@ TEST_F(FieldEditorsWindowTest, FieldEditorGridAndCancel)
 TEST_F(FieldEditorsWindowTest, SoilAnalysisLayersDateKeysAndCancel)
 {
     const QStringList layers = rowsOf(QStringLiteral("SELECT * FROM SoilLayers ORDER BY rowid"));
-    auto* editor = openWithKeys<frmSoilAnalysis>(Qt::Key_S);
+    auto* editor = openFromMenu<frmSoilAnalysis>("mnuEditSoil");
     ASSERT_NE(editor, nullptr);
     EXPECT_EQ(editor->windowTitle(), QStringLiteral("Soil Analysis (experimental) - QLNV2101.MZX"));
     EXPECT_EQ(control<QLineEdit>(editor, "txtDate")->text(), QStringLiteral("4/5/2021"));
@@ -210,8 +225,7 @@ TEST_F(FieldEditorsWindowTest, SoilAnalysisLayersDateKeysAndCancel)
 
 TEST_F(FieldEditorsWindowTest, SoilAnalysisOkStoresTheDateAndAMethod)
 {
-    m_window.menuAction(QStringLiteral("mnuEditSoil"))->trigger();
-    auto* editor = m_window.findChild<frmSoilAnalysis*>();
+    auto* editor = openFromMenu<frmSoilAnalysis>("mnuEditSoil");
     ASSERT_NE(editor, nullptr);
     choose(control<QComboBox>(editor, "DBCmbSMKE"), QStringLiteral("Potassium, Mehlich 3 extract"));
     auto* date = control<QLineEdit>(editor, "txtDate");

@@ -23,6 +23,11 @@ EditorGrid::EditorGrid(const QString& name, QWidget* parent)
         | QAbstractItemView::AnyKeyPressed);
     setAlternatingRowColors(true);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    connect(selectionModel(), &QItemSelectionModel::currentChanged, this,
+        [this](const QModelIndex& current) {
+            if (current.isValid())
+                m_column = current.column();
+        });
     connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this,
         [this](const QModelIndex& current) {
             if (!m_moving && current.isValid())
@@ -47,8 +52,7 @@ void EditorGrid::moveTo(int row)
     const int rows = m_records.rowCount();
     if (rows == 0)
         return;
-    setCurrentIndex(
-        m_records.index(std::clamp(row, 0, rows - 1), std::max(0, currentIndex().column())));
+    setCurrentIndex(m_records.index(std::clamp(row, 0, rows - 1), m_column));
 }
 
 void EditorGrid::bind(const QString& statement, const QString& table, editors::LevelRow row)

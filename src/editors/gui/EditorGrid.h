@@ -51,6 +51,8 @@ private:
 
     editors::SqlGridModel m_records;
     GridDelegate* m_cells;
+    // The column the grid stands in, kept while the records are bound anew.
+    int m_column = 0;
     bool m_moving = false;
     bool m_committing = false;
 };
