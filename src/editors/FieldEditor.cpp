@@ -6,6 +6,7 @@
 #include "database/Schema.h"
 #include "database/Sql.h"
 #include "editors/EditorForms.h"
+#include "editors/EditorSteps.h"
 #include "editors/EditorTexts.h"
 #include "editors/FieldTexts.h"
 #include "editors/LevelOne.h"
@@ -47,18 +48,6 @@ QStringList firstColumn(const QString& sql, const QVariantList& params = {})
     while (q.next())
         values << q.value(0).toString();
     return values;
-}
-
-void errorBox(const QString& text)
-{
-    msgBox(text, MsgButtons::OK, MsgIcon::Critical, text::errorTitle);
-}
-
-std::optional<int> levelOf(const QString& text)
-{
-    if (!format::isNumeric(text))
-        return std::nullopt;
-    return qRound(text.trimmed().toDouble());
 }
 
 // A value of the row as its box shows it: numbers as the file writes them.
@@ -546,6 +535,20 @@ bool FieldEditor::Validate(const QString& control)
 
 // --- Levels -----------------------------------------------------------------
 
+std::optional<int> FieldEditor::levelWithFieldId()
+{
+    const std::optional<int> level = currentLevel();
+    if (!level) {
+        errorBox(text::invalidEntry);
+        return std::nullopt;
+    }
+    if (m_screen.boxText(txtFLDNAM).trimmed().isEmpty()) {
+        msgBox(ft::enterFieldId);
+        return std::nullopt;
+    }
+    return level;
+}
+
 void FieldEditor::CmdAddField()
 {
     try {
@@ -555,15 +558,9 @@ void FieldEditor::CmdAddField()
             goToLevel(LevelRow::Last);
             return;
         }
-        const std::optional<int> level = currentLevel();
-        if (!level) {
-            errorBox(text::invalidEntry);
+        const std::optional<int> level = levelWithFieldId();
+        if (!level)
             return;
-        }
-        if (m_screen.boxText(txtFLDNAM).trimmed().isEmpty()) {
-            msgBox(ft::enterFieldId);
-            return;
-        }
         const QString lastId
             = scalar(QStringLiteral("SELECT FLDNAM FROM Fields ORDER BY rowid DESC LIMIT 1"))
                   .toString();
@@ -589,15 +586,9 @@ void FieldEditor::CmdAddField()
 void FieldEditor::CmdRemoveField()
 {
     try {
-        const std::optional<int> level = currentLevel();
-        if (!level) {
-            errorBox(text::invalidEntry);
+        const std::optional<int> level = levelWithFieldId();
+        if (!level)
             return;
-        }
-        if (m_screen.boxText(txtFLDNAM).trimmed().isEmpty()) {
-            msgBox(ft::enterFieldId);
-            return;
-        }
         const QString n = QString::number(*level);
         const QStringList treatments = firstColumn(
             QStringLiteral("SELECT TRTNO FROM Treatments WHERE LNFLD = %1 ORDER BY rowid").arg(n));
@@ -752,18 +743,12 @@ void FieldEditor::Command1_Click()
 
 void FieldEditor::Form_Unload()
 {
-    if (!m_closedByButton) {
-        m_closedByButton = true;
-        cmdOK_Click();
-    }
-    markClosed(EditorForm::frmFields);
+    unloadEditor(m_closedByButton, EditorForm::frmFields, [this] { cmdOK_Click(); });
 }
 
 void FieldEditor::escapePressed()
 {
-    if (msgBox(
-            text::newDataNotSaved, MsgButtons::OKCancel, MsgIcon::Exclamation, text::warningTitle)
-        == MsgAnswer::OK)
+    if (newDataWarningAccepted())
         Command1_Click();
 }
 

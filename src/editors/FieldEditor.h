@@ -114,6 +114,9 @@ private:
     void store(const QString& field, const QVariant& value);
     QVariant rowValue(const QString& field) const;
     bool pageComplete();
+    // The current level, when it is a number and the page has a field ID;
+    // otherwise the message says which is missing.
+    std::optional<int> levelWithFieldId();
     void goToLevel(LevelRow row);
 
     FieldScreen& m_screen;

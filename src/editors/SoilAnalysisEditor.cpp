@@ -5,6 +5,7 @@
 #include "app/UserInterface.h"
 #include "database/Sql.h"
 #include "editors/EditorForms.h"
+#include "editors/EditorSteps.h"
 #include "editors/EditorTexts.h"
 #include "editors/LevelOne.h"
 #include "editors/SoilAnalysisTexts.h"
@@ -30,18 +31,6 @@ const QString layerColumns
     = QStringLiteral("SABL, SADM, SAOC, SANI, SAPHW, SAPHB, SAPX, SAKE, SASC");
 // What a copy of a layer takes besides its depth and density.
 const QString copiedLayerColumns = QStringLiteral("SAOC, SANI, SAPHW, SAPHB, SAPX, SAKE, SASC");
-
-void errorBox(const QString& text)
-{
-    msgBox(text, MsgButtons::OK, MsgIcon::Critical, text::errorTitle);
-}
-
-std::optional<int> levelOf(const QString& text)
-{
-    if (!format::isNumeric(text))
-        return std::nullopt;
-    return qRound(text.trimmed().toDouble());
-}
 
 // The years a date of the editor may have.
 bool inDateRange(const QDate& date)
@@ -560,18 +549,12 @@ void SoilAnalysisEditor::cmdCancel_Click()
 
 void SoilAnalysisEditor::Form_Unload()
 {
-    if (!m_closedByButton) {
-        m_closedByButton = true;
-        cmdOK_Click();
-    }
-    markClosed(EditorForm::frmSoilAnalysis);
+    unloadEditor(m_closedByButton, EditorForm::frmSoilAnalysis, [this] { cmdOK_Click(); });
 }
 
 void SoilAnalysisEditor::escapePressed()
 {
-    if (msgBox(
-            text::newDataNotSaved, MsgButtons::OKCancel, MsgIcon::Exclamation, text::warningTitle)
-        == MsgAnswer::OK)
+    if (newDataWarningAccepted())
         cmdCancel_Click();
 }
 

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QBoxLayout>
 #include <QPushButton>
+
+#include <initializer_list>
 
 namespace quillon {
 
@@ -14,6 +17,19 @@ inline QPushButton* editorButton(
     b->setToolTip(hint);
     b->setAutoDefault(false);
     return b;
+}
+
+// A row of an editor window: `left` at its left edge, `right` at its right.
+inline QHBoxLayout* widgetRow(
+    std::initializer_list<QWidget*> left, std::initializer_list<QWidget*> right = {})
+{
+    auto* row = new QHBoxLayout;
+    for (QWidget* w : left)
+        row->addWidget(w);
+    row->addStretch();
+    for (QWidget* w : right)
+        row->addWidget(w);
+    return row;
 }
 
 } // namespace quillon

@@ -184,22 +184,11 @@ void frmFields::buildLayout()
     m_LblLevelNumber->setFont(bold);
     m_DBGrid1->setMinimumHeight(150);
 
-    auto* levelButtons = new QHBoxLayout;
-    levelButtons->addWidget(m_CmdAddField);
-    levelButtons->addWidget(m_CmdRemoveField);
-    levelButtons->addStretch();
-    auto* bottom = new QHBoxLayout;
-    bottom->addWidget(m_LblLevelNumber);
-    bottom->addStretch();
-    bottom->addWidget(m_cmdOK);
-    bottom->addWidget(m_cmdNext);
-    bottom->addWidget(m_Command1);
-
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_DBGrid1, 2);
-    layout->addLayout(levelButtons);
+    layout->addLayout(widgetRow({ m_CmdAddField, m_CmdRemoveField }));
     layout->addWidget(m_tabs, 3);
-    layout->addLayout(bottom);
+    layout->addLayout(widgetRow({ m_LblLevelNumber }, { m_cmdOK, m_cmdNext, m_Command1 }));
     resize(1040, 640);
 }
 

@@ -96,13 +96,9 @@ void frmSoilAnalysis::buildLayout()
     m_ComboYear->setMinimumWidth(80);
     m_txtDate->setMaximumWidth(120);
 
-    auto* levelButtons = new QHBoxLayout;
-    levelButtons->addWidget(m_cmdAdd1);
-    levelButtons->addWidget(m_cmdDelete1);
-    levelButtons->addStretch();
     auto* levels = new QVBoxLayout;
     levels->addWidget(m_DBGrid1);
-    levels->addLayout(levelButtons);
+    levels->addLayout(widgetRow({ m_cmdAdd1, m_cmdDelete1 }));
 
     auto* details = new QFormLayout;
     details->addRow(m_LblLevelNumber);
@@ -122,17 +118,10 @@ void frmSoilAnalysis::buildLayout()
     top->addSpacing(12);
     top->addLayout(details, 3);
 
-    auto* bottom = new QHBoxLayout;
-    bottom->addWidget(m_cmdAdd2);
-    bottom->addWidget(m_cmdDelete2);
-    bottom->addStretch();
-    bottom->addWidget(m_cmdOK);
-    bottom->addWidget(m_cmdCancel);
-
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(top);
     layout->addWidget(m_DBGrid2, 1);
-    layout->addLayout(bottom);
+    layout->addLayout(widgetRow({ m_cmdAdd2, m_cmdDelete2 }, { m_cmdOK, m_cmdCancel }));
     resize(1040, 560);
 }
 
