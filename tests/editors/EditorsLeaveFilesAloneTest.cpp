@@ -8,14 +8,18 @@
 #include "database/Sql.h"
 #include "editors/EditorFixture.h"
 #include "editors/EventEditor.h"
+#include "editors/FieldEditor.h"
 #include "editors/InitialConditionsEditor.h"
 #include "editors/SimEditor.h"
+#include "editors/SoilAnalysisEditor.h"
 #include "editors/TreatmentEditor.h"
 #include "format/FileWriter.h"
 #include "format/WriteFile.h"
 #include "support/FakeEventScreen.h"
+#include "support/FakeFieldScreen.h"
 #include "support/FakeInitialConditionsScreen.h"
 #include "support/FakeSimScreen.h"
+#include "support/FakeSoilAnalysisScreen.h"
 #include "support/FakeTreatmentScreen.h"
 
 #include <QDirIterator>
@@ -74,6 +78,37 @@ bool treatmentTableSaved()
     return true;
 }
 
+// The field editor on the document's fields, closed with OK. A file without
+// fields has no page to show.
+bool fieldsOk()
+{
+    if (database::rowCount(QStringLiteral("Fields")) == 0)
+        return false;
+    FakeFieldScreen screen;
+    FieldEditor editor(screen);
+    screen.attach(editor);
+    EXPECT_TRUE(mnuEditField_Click());
+    editor.Form_Load();
+    editor.cmdOK_Click();
+    EXPECT_TRUE(screen.closed);
+    return true;
+}
+
+// The soil analysis editor on a file that has soil analysis, closed with OK.
+bool soilAnalysisOk()
+{
+    if (database::rowCount(QStringLiteral("SoilAnalysis")) == 0)
+        return false;
+    FakeSoilAnalysisScreen screen;
+    SoilAnalysisEditor editor(screen);
+    screen.attach(editor);
+    EXPECT_TRUE(mnuEditSoil_Click());
+    editor.Form_Load();
+    editor.cmdOK_Click();
+    EXPECT_TRUE(screen.closed);
+    return true;
+}
+
 bool initialConditionsOk()
 {
     if (database::rowCount(QStringLiteral("InitialConditions")) == 0)
@@ -112,6 +147,8 @@ const std::vector<std::pair<const char*, std::function<bool()>>> editorsInTurn =
     { "frmIrrigation", [] { return openAndOk("frmIrrigation"); } },
     { "frmHarvest", [] { return openAndOk("frmHarvest"); } },
     { "frmEnvMod", [] { return openAndOk("frmEnvMod"); } },
+    { "frmFields", fieldsOk },
+    { "frmSoilAnalysis", soilAnalysisOk },
     { "frmViewTreatments", treatmentTableSaved },
     { "frmInitCond", initialConditionsOk },
     { "frmSim", simulationControlsOk },

@@ -2,18 +2,22 @@
 
 #include "editors/EditorForms.h"
 #include "editors/EventEditor.h"
+#include "editors/FieldEditor.h"
 #include "editors/InitialConditionsEditor.h"
 #include "editors/SimEditor.h"
+#include "editors/SoilAnalysisEditor.h"
 #include "editors/TreatmentEditor.h"
 #include "editors/gui/EditorWindow.h"
 #include "editors/gui/frmChemEdit.h"
 #include "editors/gui/frmEnvMod.h"
 #include "editors/gui/frmFertEdit.h"
+#include "editors/gui/frmFields.h"
 #include "editors/gui/frmHarvest.h"
 #include "editors/gui/frmInitCond.h"
 #include "editors/gui/frmIrrigation.h"
 #include "editors/gui/frmResidueEdit.h"
 #include "editors/gui/frmSim.h"
+#include "editors/gui/frmSoilAnalysis.h"
 #include "editors/gui/frmTillEdit.h"
 #include "editors/gui/frmViewTreatments.h"
 
@@ -57,6 +61,10 @@ EditorHost::EditorHost(QMdiArea* mdi, Action action, QObject* parent)
     add("frmEnvMod", eventEditor<frmEnvMod>("frmEnvMod"));
     m_forms[QStringLiteral("frmViewTreatments")]
         = { editors::mnuViewTreatments_Click, [] { return new frmViewTreatments; } };
+    m_forms[QStringLiteral("frmFields")]
+        = { editors::mnuEditField_Click, [] { return new frmFields; } };
+    m_forms[QStringLiteral("frmSoilAnalysis")]
+        = { editors::mnuEditSoil_Click, [] { return new frmSoilAnalysis; } };
     m_forms[QStringLiteral("frmInitCond")]
         = { editors::mnuEditInitCond_Click, [] { return new frmInitCond; } };
     // The simulation controls open on General from their own entry, and on
