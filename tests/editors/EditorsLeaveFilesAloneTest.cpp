@@ -6,12 +6,16 @@
 
 #include "app/AppState.h"
 #include "database/Sql.h"
+#include "editors/CultivarEditor.h"
 #include "editors/EditorFixture.h"
 #include "editors/EventEditor.h"
+#include "editors/PlantingEditor.h"
 #include "editors/TreatmentEditor.h"
 #include "format/FileWriter.h"
 #include "format/WriteFile.h"
+#include "support/FakeCultivarScreen.h"
 #include "support/FakeEventScreen.h"
+#include "support/FakePlantingScreen.h"
 #include "support/FakeTreatmentScreen.h"
 
 #include <QDirIterator>
@@ -58,6 +62,37 @@ bool openAndOk(const char* form)
     return true;
 }
 
+// The cultivar editor on a file with cultivars, closed with OK.
+bool cultivarsOk()
+{
+    if (database::rowCount(QStringLiteral("Cultivars")) == 0)
+        return false;
+    FakeCultivarScreen screen;
+    CultivarEditor editor(screen);
+    screen.editor = &editor;
+    EXPECT_TRUE(mnuEditCultivar_Click());
+    editor.Form_Load();
+    editor.cmdOK_Click();
+    EXPECT_TRUE(screen.closed);
+    return true;
+}
+
+// The planting editor on a file with planting levels, closed with OK: the
+// dates it shows go back as the codes they came from.
+bool plantingOk()
+{
+    if (database::rowCount(QStringLiteral("Planting")) == 0)
+        return false;
+    FakePlantingScreen screen;
+    PlantingEditor editor(screen);
+    screen.editor = &editor;
+    EXPECT_TRUE(mnuEditPlanting_Click());
+    editor.Form_Load();
+    editor.cmdOK_Click();
+    EXPECT_TRUE(screen.closed);
+    return true;
+}
+
 bool treatmentTableSaved()
 {
     FakeTreatmentScreen screen;
@@ -73,6 +108,8 @@ bool treatmentTableSaved()
 // Every editor, in the order a user might open them: each opens on the
 // document and closes by its OK (or Save), and says whether it opened.
 const std::vector<std::pair<const char*, std::function<bool()>>> editorsInTurn = {
+    { "frmCult1", cultivarsOk },
+    { "frmPlantingEd", plantingOk },
     { "frmFertEdit", [] { return openAndOk("frmFertEdit"); } },
     { "frmResidueEdit", [] { return openAndOk("frmResidueEdit"); } },
     { "frmChemEdit", [] { return openAndOk("frmChemEdit"); } },

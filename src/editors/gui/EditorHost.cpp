@@ -4,10 +4,14 @@
 #include "editors/EventEditor.h"
 #include "editors/gui/EditorWindow.h"
 #include "editors/gui/frmChemEdit.h"
+#include "editors/gui/frmCult1.h"
 #include "editors/gui/frmFertEdit.h"
+#include "editors/gui/frmPlantingEd.h"
 #include "editors/gui/frmResidueEdit.h"
 #include "editors/gui/frmTillEdit.h"
 #include "editors/gui/frmViewTreatments.h"
+#include "editors/CultivarEditor.h"
+#include "editors/PlantingEditor.h"
 #include "editors/TreatmentEditor.h"
 
 #include <QAction>
@@ -47,6 +51,10 @@ EditorHost::EditorHost(QMdiArea* mdi, Action action, QObject* parent)
     add("frmTillEdit", eventEditor<frmTillEdit>("frmTillEdit"));
     m_forms[QStringLiteral("frmViewTreatments")]
         = { editors::mnuViewTreatments_Click, [] { return new frmViewTreatments; } };
+    m_forms[QStringLiteral("frmCult1")]
+        = { editors::mnuEditCultivar_Click, [] { return new frmCult1; } };
+    m_forms[QStringLiteral("frmPlantingEd")]
+        = { editors::mnuEditPlanting_Click, [] { return new frmPlantingEd; } };
     connect(m_mdi, &QMdiArea::subWindowActivated, this,
         [this](QMdiSubWindow* active) { giveKeysToEditor(active && active == m_child); });
 }
