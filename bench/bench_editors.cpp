@@ -1,8 +1,9 @@
 // Times the factor editors on the large generated experiment (99 levels of
 // every factor, about 20,000 events; run a Release build; figures are
 // printed, nothing is asserted): opening the fertilizer editor (menu handler
-// and Form_Load), a change of level, OK, Cancel, and opening the treatment
-// table. Each is the median of several runs on a freshly opened file.
+// and Form_Load), a change of level, OK, Cancel, opening the treatment
+// table, and the simulation controls' opening, change of level and Add.
+// Each is the median of several runs on a freshly opened file.
 
 #include "LargeExperiment.h"
 #include "app/AppState.h"
@@ -12,9 +13,11 @@
 #include "database/Sql.h"
 #include "database/WorkDatabase.h"
 #include "editors/EventEditor.h"
+#include "editors/SimEditor.h"
 #include "editors/TreatmentEditor.h"
 #include "support/FakeDocumentHost.h"
 #include "support/FakeEventScreen.h"
+#include "support/FakeSimScreen.h"
 #include "support/FakeTreatmentScreen.h"
 
 #include <QCoreApplication>
@@ -103,6 +106,7 @@ int main(int argc, char* argv[])
 
     const EventMember& fertilizer = *eventMember(QStringLiteral("frmFertEdit"));
     std::vector<double> opening, levelChange, ok, cancel, treatments;
+    std::vector<double> simOpening, simLevelChange, simAdd;
     for (int run = 0; run < 5; ++run) {
         openExperiment(path);
         {
@@ -135,6 +139,19 @@ int main(int argc, char* argv[])
             table.Form_Load();
         }));
         table.cmdSave_Click();
+        {
+            test::FakeSimScreen screen;
+            SimEditor sim(screen);
+            screen.editor = &sim;
+            simOpening.push_back(millisecondsOf([&] {
+                EditSimOptGeneral_Click();
+                sim.Form_Load();
+            }));
+            for (int level : { 50, 99, 2 })
+                simLevelChange.push_back(millisecondsOf([&] { screen.selectLevel(level); }));
+            simAdd.push_back(millisecondsOf([&] { sim.CmdAdd_Click(); }));
+            sim.cmdCancel_Click();
+        }
     }
     std::printf("Large generated experiment: %lld bytes, %d event rows, %d fertilizer events\n",
         static_cast<long long>(large.size()), eventRows,
@@ -144,6 +161,11 @@ int main(int argc, char* argv[])
     report("OK", ok, 500);
     report("Cancel after a renumbering", cancel, 500);
     report("treatment table: menu handler + Form_Load", treatments, 200);
+    std::printf("Simulation controls: %d levels\n",
+        database::rowCount(QStringLiteral("SimulationControl")));
+    report("frmSim: menu handler + Form_Load", simOpening, 300);
+    report("frmSim: a change of level", simLevelChange, 30);
+    report("frmSim: CmdAdd_Click", simAdd, 100);
     std::printf("   messages shown: %d\n", quiet.messages);
     database::closeWorkDB();
     return 0;

@@ -1,6 +1,7 @@
 #include "editors/EditorForms.h"
 
 #include "app/AppState.h"
+#include "app/DocumentCommands.h"
 #include "app/ExpIdentity.h"
 
 #include <array>
@@ -48,6 +49,13 @@ void markClosed(EditorForm form)
 bool isOpen(EditorForm form)
 {
     return state().EditorOpen.at(indexOf(form));
+}
+
+void closeOtherEditors()
+{
+    const auto flags = state().EditorOpen;
+    documentHost().closeEditors();
+    state().EditorOpen = flags;
 }
 
 std::optional<EditorForm> openForm()

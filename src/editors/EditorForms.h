@@ -33,6 +33,9 @@ std::optional<EditorForm> formNamed(const QString& name);
 void markOpen(EditorForm form);
 void markClosed(EditorForm form);
 bool isOpen(EditorForm form);
+// Closes the open editor, which commits as it closes, and keeps the open
+// flags as they were until the opening editor's Form_Load sets its own.
+void closeOtherEditors();
 // The form whose flag is set, if any.
 std::optional<EditorForm> openForm();
 

@@ -1,7 +1,5 @@
 #include "editors/LevelRows.h"
 
-#include "app/AppState.h"
-#include "app/DocumentCommands.h"
 #include "app/UserInterface.h"
 #include "database/Sql.h"
 #include "editors/EditorTexts.h"
@@ -19,14 +17,6 @@ std::optional<int> levelOf(const QString& text)
 void invalidEntry()
 {
     msgBox(text::invalidEntry, MsgButtons::OK, MsgIcon::Critical, text::errorTitle);
-}
-
-void closeOtherEditors()
-{
-    AppState& s = state();
-    const auto flags = s.EditorOpen;
-    documentHost().closeEditors();
-    s.EditorOpen = flags;
 }
 
 bool cancelConfirmed()

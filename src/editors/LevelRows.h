@@ -17,11 +17,6 @@ std::optional<int> levelOf(const QString& text);
 // level.
 void invalidEntry();
 
-// The opening step of a menu handler: the open editor closes, which commits
-// it, and the open flags stay as they were until the opening editor's
-// Form_Load sets its own.
-void closeOtherEditors();
-
 // Esc's warning, "New data will not be saved." titled "Warning"; true when
 // the user goes on to cancel.
 bool cancelConfirmed();

@@ -142,11 +142,7 @@ bool mnuViewTreatments_Click()
                                     "(SELECT rowid FROM Treatments ORDER BY rowid LIMIT 1)"),
                     { cultivar });
         }
-        // The open editor commits as it closes; the flags stay as they were
-        // until Form_Load sets this editor's own.
-        const auto flags = s.EditorOpen;
-        documentHost().closeEditors();
-        s.EditorOpen = flags;
+        closeOtherEditors();
         return true;
     } catch (const RuntimeError& e) {
         reportError(e.text(), tt::menuTail);

@@ -10,12 +10,14 @@
 #include "editors/EditorFixture.h"
 #include "editors/EventEditor.h"
 #include "editors/PlantingEditor.h"
+#include "editors/SimEditor.h"
 #include "editors/TreatmentEditor.h"
 #include "format/FileWriter.h"
 #include "format/WriteFile.h"
 #include "support/FakeCultivarScreen.h"
 #include "support/FakeEventScreen.h"
 #include "support/FakePlantingScreen.h"
+#include "support/FakeSimScreen.h"
 #include "support/FakeTreatmentScreen.h"
 
 #include <QDirIterator>
@@ -105,6 +107,20 @@ bool treatmentTableSaved()
     return true;
 }
 
+// The simulation controls, opened from the View menu and closed with OK.
+bool simulationControlsOk()
+{
+    FakeSimScreen screen;
+    SimEditor editor(screen);
+    screen.editor = &editor;
+    if (!EditSimOptGeneral_Click())
+        return false;
+    editor.Form_Load();
+    editor.cmdOK_Click();
+    EXPECT_TRUE(screen.closed);
+    return true;
+}
+
 // Every editor, in the order a user might open them: each opens on the
 // document and closes by its OK (or Save), and says whether it opened.
 const std::vector<std::pair<const char*, std::function<bool()>>> editorsInTurn = {
@@ -115,6 +131,7 @@ const std::vector<std::pair<const char*, std::function<bool()>>> editorsInTurn =
     { "frmChemEdit", [] { return openAndOk("frmChemEdit"); } },
     { "frmTillEdit", [] { return openAndOk("frmTillEdit"); } },
     { "frmViewTreatments", treatmentTableSaved },
+    { "frmSim", simulationControlsOk },
 };
 
 class EditorsLeaveFilesAlone : public EditorTest, public ::testing::WithParamInterface<QString> {

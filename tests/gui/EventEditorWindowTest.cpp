@@ -123,6 +123,38 @@ TEST_F(EventEditorWindowTest, MenuKeysTypingAndOkWorkOnTheEditorsTables)
     EXPECT_FALSE(m_window.menuAction(QStringLiteral("mnuPrint"))->shortcut().isEmpty());
 }
 
+TEST_F(EventEditorWindowTest, ControlKeysDoTheEditorsJobs)
+{
+    struct Case {
+        Qt::Key key;
+        const char* message; // the first message, if any
+        bool closes;
+        int levels; // fertilizer levels afterwards
+    };
+    const Case cases[] = {
+        { Qt::Key_A, nullptr, false, 3 }, // Add: a copy of level 1
+        { Qt::Key_D, "Deletion Warning", false, 2 }, // level 1 is used by treatments
+        { Qt::Key_O, nullptr, true, 2 }, // OK
+        { Qt::Key_N, nullptr, true, 2 }, // Cancel, without the warning
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(int(c.key));
+        auto* editor = openFromMenu<frmFertEdit>("mnuEditFertilizer");
+        ASSERT_NE(editor, nullptr);
+        m_ui.clear();
+        QTest::keyClick(grid(editor, "DBGrid1"), c.key, Qt::ControlModifier);
+        settle();
+        EXPECT_EQ(m_ui.messages.empty() ? QString() : m_ui.messages[0].title,
+            c.message ? QLatin1String(c.message) : QString());
+        EXPECT_EQ(m_window.findChild<frmFertEdit*>() == nullptr, c.closes);
+        EXPECT_EQ(database::rowCount(QStringLiteral("FerLevelNames")), c.levels);
+        // Cancel whatever is left, so that the next key starts afresh.
+        if (auto* open = m_window.findChild<frmFertEdit*>())
+            open->editor().cmdCancel_Click();
+        settle();
+    }
+}
+
 TEST_F(EventEditorWindowTest, ListColumnsTakeOnlyTheListsChoice)
 {
     auto* editor = openFromMenu<frmFertEdit>("mnuEditFertilizer");

@@ -138,8 +138,8 @@ void frmMain::buildMenus()
         { "mnuEditResidue", "frmResidueEdit" }, { "mnuEditChemicalApp", "frmChemEdit" },
         { "mnuEditTillage", "frmTillEdit" }, { "mnuEditEnvMod", "frmEnvMod" },
         { "mnuHarvest", "frmHarvest" }, { "mnuViewTreatments", "frmViewTreatments" },
-        { "EditSimOptGeneral", "frmSim" }, { "mnuEnvironEdit", "" }, { "mnuManageEdit", "" },
-        { "mnuViewBugs", "" }, { "mnuErrors", "" } };
+        { "EditSimOptGeneral", "frmSim" }, { "mnuEnvironEdit", "frmSim/Methods" },
+        { "mnuManageEdit", "frmSim/Management" }, { "mnuViewBugs", "" }, { "mnuErrors", "" } };
     for (const auto& [name, form] : editorEntries) {
         QAction* action = menuAction(QLatin1String(name));
         const QString formName = QLatin1String(form);

@@ -1,18 +1,20 @@
 #include "editors/gui/EditorHost.h"
 
+#include "editors/CultivarEditor.h"
 #include "editors/EditorForms.h"
 #include "editors/EventEditor.h"
+#include "editors/PlantingEditor.h"
+#include "editors/SimEditor.h"
+#include "editors/TreatmentEditor.h"
 #include "editors/gui/EditorWindow.h"
 #include "editors/gui/frmChemEdit.h"
 #include "editors/gui/frmCult1.h"
 #include "editors/gui/frmFertEdit.h"
 #include "editors/gui/frmPlantingEd.h"
 #include "editors/gui/frmResidueEdit.h"
+#include "editors/gui/frmSim.h"
 #include "editors/gui/frmTillEdit.h"
 #include "editors/gui/frmViewTreatments.h"
-#include "editors/CultivarEditor.h"
-#include "editors/PlantingEditor.h"
-#include "editors/TreatmentEditor.h"
 
 #include <QAction>
 #include <QMdiArea>
@@ -55,6 +57,14 @@ EditorHost::EditorHost(QMdiArea* mdi, Action action, QObject* parent)
         = { editors::mnuEditCultivar_Click, [] { return new frmCult1; } };
     m_forms[QStringLiteral("frmPlantingEd")]
         = { editors::mnuEditPlanting_Click, [] { return new frmPlantingEd; } };
+    // The simulation controls open on General from their own entry, and on
+    // the matching tab from Simulation Environment and Simulation Management.
+    m_forms[QStringLiteral("frmSim")]
+        = { editors::EditSimOptGeneral_Click, [] { return new frmSim; } };
+    m_forms[QStringLiteral("frmSim/Methods")]
+        = { editors::EditSimOptGeneral_Click, [] { return new frmSim(frmSim::Tab::Methods); } };
+    m_forms[QStringLiteral("frmSim/Management")]
+        = { editors::EditSimOptGeneral_Click, [] { return new frmSim(frmSim::Tab::Management); } };
     connect(m_mdi, &QMdiArea::subWindowActivated, this,
         [this](QMdiSubWindow* active) { giveKeysToEditor(active && active == m_child); });
 }
@@ -69,9 +79,10 @@ void EditorHost::open(const QString& formName)
     const auto it = m_forms.find(formName);
     if (it == m_forms.end() || !it->second.menuHandler())
         return;
+    // Loaded before it is shown, so that it can size itself to what it holds.
     EditorWindow* window = it->second.create();
-    show(window);
     window->Form_Load();
+    show(window);
 }
 
 void EditorHost::show(EditorWindow* window)

@@ -392,8 +392,10 @@ void EventEditorWindow::fitColumns()
                               m_events.headerData(0, Qt::Horizontal).toString())
         + 24;
     m_DBGrid2->setColumnWidth(0, std::max(dateWidth, m_DBGrid2->columnWidth(0)));
+    // A list column has room for its text and its button.
     for (int column = 1; column < m_events.columnCount(); ++column)
-        m_DBGrid2->setColumnWidth(column, std::clamp(m_DBGrid2->columnWidth(column), 96, 240));
+        m_DBGrid2->setColumnWidth(column,
+            std::clamp(m_DBGrid2->columnWidth(column) + (isListColumn(column) ? 24 : 0), 96, 264));
 }
 
 void EventEditorWindow::refreshEvents()

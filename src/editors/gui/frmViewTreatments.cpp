@@ -9,7 +9,6 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPushButton>
-#include <QScreen>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QTableView>
@@ -157,16 +156,20 @@ frmViewTreatments::~frmViewTreatments()
 void frmViewTreatments::Form_Load()
 {
     m_editor.Form_Load();
-    // Wide enough for every column, as far as the screen allows.
+    // Wide enough for every column; the main window's frame bounds it.
     int width = m_grid->verticalHeader()->sizeHint().width() + 2 * m_grid->frameWidth()
         + m_grid->verticalScrollBar()->sizeHint().width();
     for (int column = 0; column < m_editor.DatTreatment().columnCount(); ++column)
         width += m_grid->columnWidth(column);
     const QMargins margins = layout()->contentsMargins();
     width += margins.left() + margins.right();
-    if (const QScreen* s = screen())
-        width = std::min(width, s->availableGeometry().width());
-    resize(std::max(width, sizeHint().width()), std::max(420, sizeHint().height()));
+    // Tall enough for every row and the new one.
+    const int rows = m_editor.DatTreatment().rowCount() + 1;
+    const int height = sizeHint().height() - m_grid->sizeHint().height()
+        + m_grid->horizontalHeader()->sizeHint().height()
+        + rows * m_grid->verticalHeader()->defaultSectionSize() + 2 * m_grid->frameWidth()
+        + m_grid->horizontalScrollBar()->sizeHint().height();
+    resize(std::max(width, sizeHint().width()), std::max(420, height));
 }
 
 // Every column as wide as its caption and its values; the description as
