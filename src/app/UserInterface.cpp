@@ -32,6 +32,8 @@ MsgAnswer firstAnswer(MsgButtons buttons)
         return MsgAnswer::Yes;
     case MsgButtons::YesNoDefaultNo:
         return MsgAnswer::No;
+    case MsgButtons::OKCancelDefaultCancel:
+        return MsgAnswer::Cancel;
     case MsgButtons::OK:
     case MsgButtons::OKCancel:
         break;

@@ -8,8 +8,9 @@ namespace quillon {
 // Icons and button sets of a message box, as the program's messages use them.
 enum class MsgIcon { None, Critical, Question, Exclamation, Information };
 // YesNoDefaultNo is Yes and No with No as the button Enter takes, for the
-// questions before a deletion.
-enum class MsgButtons { OK, OKCancel, YesNo, YesNoCancel, YesNoDefaultNo };
+// questions before a deletion; OKCancelDefaultCancel likewise keeps Enter
+// from going on.
+enum class MsgButtons { OK, OKCancel, YesNo, YesNoCancel, YesNoDefaultNo, OKCancelDefaultCancel };
 enum class MsgAnswer { OK, Cancel, Yes, No };
 
 // The answer of a box's default button, the one Enter takes.

@@ -6,18 +6,22 @@
 
 #include "app/AppState.h"
 #include "database/Sql.h"
+#include "editors/CultivarEditor.h"
 #include "editors/EditorFixture.h"
 #include "editors/EventEditor.h"
 #include "editors/FieldEditor.h"
 #include "editors/InitialConditionsEditor.h"
+#include "editors/PlantingEditor.h"
 #include "editors/SimEditor.h"
 #include "editors/SoilAnalysisEditor.h"
 #include "editors/TreatmentEditor.h"
 #include "format/FileWriter.h"
 #include "format/WriteFile.h"
+#include "support/FakeCultivarScreen.h"
 #include "support/FakeEventScreen.h"
 #include "support/FakeFieldScreen.h"
 #include "support/FakeInitialConditionsScreen.h"
+#include "support/FakePlantingScreen.h"
 #include "support/FakeSimScreen.h"
 #include "support/FakeSoilAnalysisScreen.h"
 #include "support/FakeTreatmentScreen.h"
@@ -63,6 +67,37 @@ bool openAndOk(const char* form)
     editor.Form_Load();
     editor.cmdOK_Click();
     EXPECT_TRUE(screen.closed) << form;
+    return true;
+}
+
+// The cultivar editor on a file with cultivars, closed with OK.
+bool cultivarsOk()
+{
+    if (database::rowCount(QStringLiteral("Cultivars")) == 0)
+        return false;
+    FakeCultivarScreen screen;
+    CultivarEditor editor(screen);
+    screen.editor = &editor;
+    EXPECT_TRUE(mnuEditCultivar_Click());
+    editor.Form_Load();
+    editor.cmdOK_Click();
+    EXPECT_TRUE(screen.closed);
+    return true;
+}
+
+// The planting editor on a file with planting levels, closed with OK: the
+// dates it shows go back as the codes they came from.
+bool plantingOk()
+{
+    if (database::rowCount(QStringLiteral("Planting")) == 0)
+        return false;
+    FakePlantingScreen screen;
+    PlantingEditor editor(screen);
+    screen.editor = &editor;
+    EXPECT_TRUE(mnuEditPlanting_Click());
+    editor.Form_Load();
+    editor.cmdOK_Click();
+    EXPECT_TRUE(screen.closed);
     return true;
 }
 
@@ -140,6 +175,8 @@ bool simulationControlsOk()
 // Every editor, in the order a user might open them: each opens on the
 // document and closes by its OK (or Save), and says whether it opened.
 const std::vector<std::pair<const char*, std::function<bool()>>> editorsInTurn = {
+    { "frmCult1", cultivarsOk },
+    { "frmPlantingEd", plantingOk },
     { "frmFertEdit", [] { return openAndOk("frmFertEdit"); } },
     { "frmResidueEdit", [] { return openAndOk("frmResidueEdit"); } },
     { "frmChemEdit", [] { return openAndOk("frmChemEdit"); } },

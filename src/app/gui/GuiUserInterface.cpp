@@ -24,6 +24,7 @@ QMessageBox::StandardButtons standardButtons(MsgButtons buttons)
     case MsgButtons::OK:
         return QMessageBox::Ok;
     case MsgButtons::OKCancel:
+    case MsgButtons::OKCancelDefaultCancel:
         return QMessageBox::Ok | QMessageBox::Cancel;
     case MsgButtons::YesNo:
     case MsgButtons::YesNoDefaultNo:
@@ -107,6 +108,8 @@ MsgAnswer GuiUserInterface::message(
     QMessageBox box(messageIcon(icon), title, text, standardButtons(buttons), m_parent);
     if (buttons == MsgButtons::YesNoDefaultNo)
         box.setDefaultButton(QMessageBox::No);
+    if (buttons == MsgButtons::OKCancelDefaultCancel)
+        box.setDefaultButton(QMessageBox::Cancel);
     return answerOf(box.exec());
 }
 

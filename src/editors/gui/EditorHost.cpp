@@ -1,20 +1,24 @@
 #include "editors/gui/EditorHost.h"
 
+#include "editors/CultivarEditor.h"
 #include "editors/EditorForms.h"
 #include "editors/EventEditor.h"
 #include "editors/FieldEditor.h"
 #include "editors/InitialConditionsEditor.h"
+#include "editors/PlantingEditor.h"
 #include "editors/SimEditor.h"
 #include "editors/SoilAnalysisEditor.h"
 #include "editors/TreatmentEditor.h"
 #include "editors/gui/EditorWindow.h"
 #include "editors/gui/frmChemEdit.h"
+#include "editors/gui/frmCult1.h"
 #include "editors/gui/frmEnvMod.h"
 #include "editors/gui/frmFertEdit.h"
 #include "editors/gui/frmFields.h"
 #include "editors/gui/frmHarvest.h"
 #include "editors/gui/frmInitCond.h"
 #include "editors/gui/frmIrrigation.h"
+#include "editors/gui/frmPlantingEd.h"
 #include "editors/gui/frmResidueEdit.h"
 #include "editors/gui/frmSim.h"
 #include "editors/gui/frmSoilAnalysis.h"
@@ -61,6 +65,10 @@ EditorHost::EditorHost(QMdiArea* mdi, Action action, QObject* parent)
     add("frmEnvMod", eventEditor<frmEnvMod>("frmEnvMod"));
     m_forms[QStringLiteral("frmViewTreatments")]
         = { editors::mnuViewTreatments_Click, [] { return new frmViewTreatments; } };
+    m_forms[QStringLiteral("frmCult1")]
+        = { editors::mnuEditCultivar_Click, [] { return new frmCult1; } };
+    m_forms[QStringLiteral("frmPlantingEd")]
+        = { editors::mnuEditPlanting_Click, [] { return new frmPlantingEd; } };
     m_forms[QStringLiteral("frmFields")]
         = { editors::mnuEditField_Click, [] { return new frmFields; } };
     m_forms[QStringLiteral("frmSoilAnalysis")]
