@@ -382,7 +382,7 @@ void CultivarEditor::Form_Unload()
 
 void CultivarEditor::escapePressed()
 {
-    if (cancelConfirmed())
+    if (escapeConfirmed())
         cmdCancel_Click();
 }
 

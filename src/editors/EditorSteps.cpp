@@ -18,11 +18,9 @@ std::optional<int> levelOf(const QString& text)
     return qRound(text.trimmed().toDouble());
 }
 
-bool newDataWarningAccepted()
+void invalidEntry()
 {
-    return msgBox(text::newDataNotSaved, MsgButtons::OKCancel, MsgIcon::Exclamation,
-               text::warningTitle)
-        == MsgAnswer::OK;
+    errorBox(text::invalidEntry);
 }
 
 void unloadEditor(bool& closedByButton, EditorForm form, const std::function<void()>& ok)

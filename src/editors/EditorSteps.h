@@ -7,7 +7,7 @@
 #include <functional>
 #include <optional>
 
-// Small steps the editors that edit their tables in place share.
+// Small steps the editors share.
 namespace quillon::editors {
 
 // A message with the title "Error" and the critical icon.
@@ -16,9 +16,9 @@ void errorBox(const QString& text);
 // The level a grid's level cell holds, if its text is a number.
 std::optional<int> levelOf(const QString& text);
 
-// Esc's warning, "New data will not be saved." with OK and Cancel: true
-// when the user goes on to cancel the editor.
-bool newDataWarningAccepted();
+// "Invalid entry." titled "Error", the answer to a cell or box that names no
+// level or holds no valid value.
+void invalidEntry();
 
 // The unload rule of an editor whose grids are bound in place: a close that
 // came from neither OK nor Cancel commits as OK does; the form's open flag

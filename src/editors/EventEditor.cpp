@@ -8,6 +8,7 @@
 #include "database/Sql.h"
 #include "editors/CropStages.h"
 #include "editors/EditorForms.h"
+#include "editors/EditorSteps.h"
 #include "editors/EditorTexts.h"
 #include "editors/ScratchDates.h"
 #include "editors/ScratchTable.h"
@@ -33,14 +34,6 @@ QString number(int value)
 bool hasRows(const QString& sql)
 {
     return scalar(sql).isValid();
-}
-
-// The level a grid's text names, when the text is a number.
-std::optional<int> levelOf(const QString& text)
-{
-    if (!format::isNumeric(text))
-        return std::nullopt;
-    return qRound(text.trimmed().toDouble());
 }
 
 // A failed statement whose cause is a value the table refused.

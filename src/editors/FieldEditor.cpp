@@ -747,7 +747,7 @@ void FieldEditor::Form_Unload()
 
 void FieldEditor::escapePressed()
 {
-    if (newDataWarningAccepted())
+    if (escapeConfirmed())
         Command1_Click();
 }
 

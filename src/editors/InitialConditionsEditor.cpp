@@ -7,6 +7,7 @@
 #include "database/Schema.h"
 #include "database/Sql.h"
 #include "editors/EditorForms.h"
+#include "editors/EditorSteps.h"
 #include "editors/EditorTexts.h"
 #include "editors/InitialConditionsFill.h"
 #include "editors/InitialConditionsPreparation.h"
@@ -39,18 +40,6 @@ constexpr std::array<Backup, 4> backups { { { "InitialConditions", "BackUp" },
 QString number(int value)
 {
     return QString::number(value);
-}
-
-std::optional<int> levelOf(const QString& text)
-{
-    if (!format::isNumeric(text))
-        return std::nullopt;
-    return qRound(text.trimmed().toDouble());
-}
-
-void invalidEntry()
-{
-    msgBox(text::invalidEntry, MsgButtons::OK, MsgIcon::Critical, text::errorTitle);
 }
 
 // A backup takes the table's columns without their checks, so that it takes

@@ -7,25 +7,6 @@
 
 namespace quillon::editors {
 
-std::optional<int> levelOf(const QString& text)
-{
-    if (!format::isNumeric(text))
-        return std::nullopt;
-    return qRound(text.trimmed().toDouble());
-}
-
-void invalidEntry()
-{
-    msgBox(text::invalidEntry, MsgButtons::OK, MsgIcon::Critical, text::errorTitle);
-}
-
-bool cancelConfirmed()
-{
-    return msgBox(text::newDataNotSaved, MsgButtons::OKCancel, MsgIcon::Exclamation,
-               text::warningTitle)
-        == MsgAnswer::OK;
-}
-
 int nextLevel(const QString& table, const QString& levelField)
 {
     return database::scalar(QStringLiteral("SELECT MAX([%1]) FROM [%2]").arg(levelField, table))

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "editors/EditorSteps.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -9,17 +11,6 @@ namespace quillon::editors {
 
 // What the editors of a factor whose level is one row of one table (cultivars,
 // planting) do with their levels.
-
-// The level a grid's level cell names, when its text is a number.
-std::optional<int> levelOf(const QString& text);
-
-// "Invalid entry." titled "Error", the answer to a level cell that names no
-// level.
-void invalidEntry();
-
-// Esc's warning, "New data will not be saved." titled "Warning"; true when
-// the user goes on to cancel.
-bool cancelConfirmed();
 
 // The number a new level takes: one more than the highest, 1 for the first.
 // Throws RuntimeError.

@@ -536,7 +536,7 @@ void PlantingEditor::Form_Unload()
 
 void PlantingEditor::escapePressed()
 {
-    if (cancelConfirmed())
+    if (escapeConfirmed())
         Command1_Click();
 }
 

@@ -7,6 +7,7 @@
 #include "database/Schema.h"
 #include "database/Sql.h"
 #include "editors/EditorForms.h"
+#include "editors/EditorSteps.h"
 #include "editors/EditorTexts.h"
 #include "editors/SimTexts.h"
 #include "editors/SimValues.h"
@@ -53,19 +54,6 @@ QString createTwin(const QString& table, const QString& twinName)
         columns << QStringLiteral("[%1] %2").arg(f.name, database::columnDeclaration(f));
     return QStringLiteral("CREATE TABLE [%1] (%2)")
         .arg(twinName, columns.join(QStringLiteral(", ")));
-}
-
-// The level a list's text names, when the text is a number.
-std::optional<int> levelOf(const QString& text)
-{
-    if (!format::isNumeric(text))
-        return std::nullopt;
-    return qRound(text.trimmed().toDouble());
-}
-
-void invalidEntry()
-{
-    msgBox(text::invalidEntry, MsgButtons::OK, MsgIcon::Critical, text::errorTitle);
 }
 
 QString picture(const char* name)

@@ -554,7 +554,7 @@ void SoilAnalysisEditor::Form_Unload()
 
 void SoilAnalysisEditor::escapePressed()
 {
-    if (newDataWarningAccepted())
+    if (escapeConfirmed())
         cmdCancel_Click();
 }
 

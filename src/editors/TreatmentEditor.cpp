@@ -5,6 +5,7 @@
 #include "app/UserInterface.h"
 #include "database/Sql.h"
 #include "editors/EditorForms.h"
+#include "editors/EditorSteps.h"
 #include "editors/EditorTexts.h"
 #include "editors/TreatmentTexts.h"
 #include "format/NumberText.h"
@@ -109,11 +110,6 @@ bool isWhole(const QString& text)
 QString wholeText(double value)
 {
     return QString::number(value, 'f', 0);
-}
-
-void invalidEntry()
-{
-    msgBox(text::invalidEntry, MsgButtons::OK, MsgIcon::Critical, text::errorTitle);
 }
 
 RuntimeError noCurrentRecord()

@@ -121,8 +121,9 @@ TEST_F(SimEditorTest, RenumberAddAndCancelKeepTheGroupsAndTreatmentsTogether)
     m_editor.CmdAdd_Click();
     EXPECT_EQ(m_editor.shownLevel(), 6);
     for (const QString& table : simTables()) {
-        if (table != QLatin1String("AutoManagementSimdates"))
+        if (table != QLatin1String("AutoManagementSimdates")) {
             EXPECT_EQ(levelsOf(table).last(), QStringLiteral("6")) << table.toStdString();
+        }
     }
     EXPECT_EQ(rowsOf(QStringLiteral(
                   "SELECT IIRRI, TITMAT FROM SimulationControlManagement WHERE LNSIM = 6")),
