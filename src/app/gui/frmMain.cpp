@@ -129,26 +129,21 @@ void frmMain::buildMenus()
     connectEntry("mnuViewChanges", [this] { mnuViewChanges_Click(); });
     connect(menuAction(QStringLiteral("mnuFileExit")), &QAction::triggered, this, &QWidget::close);
 
-    // The editors' entries and the forms they open; an editor that is not
-    // part of this version says so.
-    const std::pair<const char*, const char*> editorEntries[] = { { "mnuEditCultivar", "frmCult1" },
-        { "mnuEditField", "frmFields" }, { "mnuEditSoil", "frmSoilAnalysis" },
-        { "mnuEditInitCond", "frmInitCond" }, { "mnuEditPlanting", "frmPlantingEd" },
-        { "mnuEditIrrigation", "frmIrrigation" }, { "mnuEditFertilizer", "frmFertEdit" },
-        { "mnuEditResidue", "frmResidueEdit" }, { "mnuEditChemicalApp", "frmChemEdit" },
-        { "mnuEditTillage", "frmTillEdit" }, { "mnuEditEnvMod", "frmEnvMod" },
-        { "mnuHarvest", "frmHarvest" }, { "mnuViewTreatments", "frmViewTreatments" },
-        { "EditSimOptGeneral", "frmSim" }, { "mnuEnvironEdit", "frmSim/Methods" },
-        { "mnuManageEdit", "frmSim/Management" }, { "mnuViewBugs", "" }, { "mnuErrors", "" } };
+    // The editors' entries and the forms they open. Debug and Errors stay
+    // greyed out: no command enables them.
+    const std::pair<const char*, const char*> editorEntries[]
+        = { { "mnuEditCultivar", "frmCult1" }, { "mnuEditField", "frmFields" },
+              { "mnuEditSoil", "frmSoilAnalysis" }, { "mnuEditInitCond", "frmInitCond" },
+              { "mnuEditPlanting", "frmPlantingEd" }, { "mnuEditIrrigation", "frmIrrigation" },
+              { "mnuEditFertilizer", "frmFertEdit" }, { "mnuEditResidue", "frmResidueEdit" },
+              { "mnuEditChemicalApp", "frmChemEdit" }, { "mnuEditTillage", "frmTillEdit" },
+              { "mnuEditEnvMod", "frmEnvMod" }, { "mnuHarvest", "frmHarvest" },
+              { "mnuViewTreatments", "frmViewTreatments" }, { "EditSimOptGeneral", "frmSim" },
+              { "mnuEnvironEdit", "frmSim/Methods" }, { "mnuManageEdit", "frmSim/Management" } };
     for (const auto& [name, form] : editorEntries) {
         QAction* action = menuAction(QLatin1String(name));
         const QString formName = QLatin1String(form);
-        connect(action, &QAction::triggered, this, [this, action, formName] {
-            if (m_editors->knows(formName))
-                m_editors->open(formName);
-            else
-                notAvailable(action->text());
-        });
+        connect(action, &QAction::triggered, this, [this, formName] { m_editors->open(formName); });
     }
 }
 
@@ -162,14 +157,6 @@ void frmMain::connectEntry(const char* name, std::function<void()> command)
                 reportError(e.text(), QStringLiteral(" in frmMain."));
             }
         });
-}
-
-void frmMain::notAvailable(const QString& command)
-{
-    QString caption = command;
-    caption.remove(QLatin1Char('&'));
-    msgBox(tr("%1 is not available in this version of Quillon.").arg(caption), MsgButtons::OK,
-        MsgIcon::Information);
 }
 
 QAction* frmMain::menuAction(const QString& name) const

@@ -73,7 +73,6 @@ private:
         QMenu* menu, const char* name, const QString& caption, const QKeySequence& key = {});
     void buildMenus();
     void connectEntry(const char* name, std::function<void()> command);
-    void notAvailable(const QString& command);
     // The background document fills the frame while no document is open.
     void showBackground(bool visible);
 
