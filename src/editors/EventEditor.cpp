@@ -10,6 +10,7 @@
 #include "editors/EditorForms.h"
 #include "editors/EditorSteps.h"
 #include "editors/EditorTexts.h"
+#include "editors/LevelOne.h"
 #include "editors/ScratchDates.h"
 #include "editors/ScratchTable.h"
 #include "format/DateCodes.h"
@@ -107,26 +108,6 @@ bool daysWanted(const EventMember& member)
                 .arg(member.managementField));
 }
 
-// The date of a new level's event: the first planting date there is, unless
-// a simulation start date is set; "-99" when there is neither.
-QString plantingOrStartDate()
-{
-    const AppState& s = state();
-    QSqlQuery planting = select(QStringLiteral("SELECT YRPLT FROM Planting ORDER BY rowid"));
-    bool hasPlanting = false;
-    QString date = QStringLiteral("-99");
-    while (planting.next()) {
-        hasPlanting = true;
-        if (!planting.value(0).isNull()) {
-            date = planting.value(0).toString().trimmed();
-            break;
-        }
-    }
-    if (!hasPlanting || s.SimulationDate != QLatin1String("-99"))
-        date = s.SimulationDate;
-    return date;
-}
-
 // The first event of the factor gets the day or date it lacks. Without a
 // date to give it stays as it is.
 void fillNullFirstDate(const EventMember& member)
@@ -180,28 +161,16 @@ bool EventEditor::openEditor(const EventMember& member)
         }
 
         // A factor with no level gets level 1 now, dated by the planting.
-        QSqlQuery planting = select(QStringLiteral("SELECT YRPLT FROM Planting ORDER BY rowid"));
-        const bool firstYRPLTNull = planting.next() && planting.value(0).isNull();
-        planting.finish();
-        const QVariant station
-            = scalar(QStringLiteral("SELECT WSTA FROM Fields ORDER BY rowid LIMIT 1"));
-        if (firstYRPLTNull && station.isNull()) {
-            msgBox(member.enterFieldInformation);
-            documentHost().reopenEditor(QStringLiteral("frmFields"));
+        const std::optional<QString> date = levelOneDate(member.enterFieldInformation);
+        if (!date)
             return false;
-        }
-        const QString date = plantingOrStartDate();
-        if (date == QLatin1String("-99")) {
-            msgBox(text::enterPlantingOrStartDate);
-            return false;
-        }
 
         const bool days = daysWanted(member);
         database::Transaction transaction;
         s.NewLevelCreated = true;
         database::insertRow(member.levelTable, newLevelRow(member));
         database::insertRow(member.eventTable,
-            { { member.levelField, 1 }, { member.dateField, days ? QStringLiteral("1") : date } });
+            { { member.levelField, 1 }, { member.dateField, days ? QStringLiteral("1") : *date } });
         if (member.hasManagement()) {
             const QString code = days ? QStringLiteral("D") : QStringLiteral("R");
             const QVariant first

@@ -14,4 +14,10 @@ namespace quillon::editors {
 // simulation." Nothing in those two cases. Throws RuntimeError.
 std::optional<QString> levelOneDate(const QString& enterFieldInformation);
 
+// The first planting date there is, as a date code, unless a simulation
+// start is set or there is no planting, when it is the simulation start;
+// "-99" for none.
+// Throws RuntimeError.
+QString plantingOrStartDate();
+
 } // namespace quillon::editors
