@@ -1,6 +1,7 @@
 #include "editors/gui/EventEditorWindow.h"
 
 #include "editors/EditorTexts.h"
+#include "editors/gui/EditorButton.h"
 #include "editors/gui/GridDelegate.h"
 #include "editors/gui/LevelPageWidget.h"
 #include "editors/gui/WrappingHeader.h"
@@ -58,16 +59,6 @@ QTableView* grid(const QString& name, QWidget* parent)
     return view;
 }
 
-QPushButton* button(
-    const QString& name, const QString& caption, const QString& hint, QWidget* parent)
-{
-    auto* b = new QPushButton(caption, parent);
-    b->setObjectName(name);
-    b->setToolTip(hint);
-    b->setAutoDefault(false);
-    return b;
-}
-
 } // namespace
 
 EventEditorWindow::EventEditorWindow(const EventMember& member, QWidget* parent)
@@ -84,17 +75,17 @@ EventEditorWindow::EventEditorWindow(const EventMember& member, QWidget* parent)
     , m_lblYear(new QLabel(tr("Year"), this))
     , m_ComboYear(new QComboBox(this))
     , m_txtYear(new QLineEdit(this))
-    , m_cmdAdd1(button(member.controls.addLevel, tr("Add"),
+    , m_cmdAdd1(editorButton(member.controls.addLevel, tr("Add"),
           tr("Add a level, a copy of the selected one (Ctrl+A)"), this))
-    , m_cmdDelete1(button(member.controls.deleteLevel, tr("Delete"),
+    , m_cmdDelete1(editorButton(member.controls.deleteLevel, tr("Delete"),
           tr("Delete the selected level (Ctrl+D)"), this))
-    , m_cmdAdd2(button(member.controls.addEvent, tr("Add Application"),
+    , m_cmdAdd2(editorButton(member.controls.addEvent, tr("Add Application"),
           tr("Add a copy of the selected application (Ctrl+P)"), this))
-    , m_cmdDelete2(button(member.controls.deleteEvent, tr("Delete Application"),
+    , m_cmdDelete2(editorButton(member.controls.deleteEvent, tr("Delete Application"),
           tr("Delete the selected application (Ctrl+L)"), this))
-    , m_cmdOK(button(QStringLiteral("cmdOK"), tr("OK"),
+    , m_cmdOK(editorButton(QStringLiteral("cmdOK"), tr("OK"),
           tr("Keep the changes and close (Enter or Ctrl+O)"), this))
-    , m_cmdCancel(button(QStringLiteral("cmdCancel"), tr("Cancel"),
+    , m_cmdCancel(editorButton(QStringLiteral("cmdCancel"), tr("Cancel"),
           tr("Drop the changes and close (Esc or Ctrl+N)"), this))
 {
     m_DBComboManagement->setObjectName(QStringLiteral("DBComboManagement"));

@@ -2,6 +2,7 @@
 
 #include "editors/LevelEditorTexts.h"
 #include "editors/SqlGridModel.h"
+#include "editors/gui/EditorButton.h"
 #include "editors/gui/GridDelegate.h"
 #include "editors/gui/WrappingHeader.h"
 
@@ -14,28 +15,14 @@ namespace quillon {
 
 namespace lt = editors::level_text;
 
-namespace {
-
-QPushButton* button(
-    const QString& name, const QString& caption, const QString& hint, QWidget* parent)
-{
-    auto* b = new QPushButton(caption, parent);
-    b->setObjectName(name);
-    b->setToolTip(hint);
-    b->setAutoDefault(false);
-    return b;
-}
-
-} // namespace
-
 LevelGridWindow::LevelGridWindow(
     const QString& formName, const QStringList& buttonNames, QWidget* parent)
     : EditorWindow(formName, parent)
     , m_DBGrid1(new QTableView(this))
-    , m_add(button(buttonNames.value(0), lt::add, lt::addHint, this))
-    , m_delete(button(buttonNames.value(1), lt::remove, lt::deleteHint, this))
-    , m_ok(button(buttonNames.value(2), lt::ok, lt::okHint, this))
-    , m_cancel(button(buttonNames.value(3), lt::cancel, lt::cancelHint, this))
+    , m_add(editorButton(buttonNames.value(0), lt::add, lt::addHint, this))
+    , m_delete(editorButton(buttonNames.value(1), lt::remove, lt::deleteHint, this))
+    , m_ok(editorButton(buttonNames.value(2), lt::ok, lt::okHint, this))
+    , m_cancel(editorButton(buttonNames.value(3), lt::cancel, lt::cancelHint, this))
 {
     m_DBGrid1->setObjectName(QStringLiteral("DBGrid1"));
     m_DBGrid1->setHorizontalHeader(new WrappingHeader(m_DBGrid1));

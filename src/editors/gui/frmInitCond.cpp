@@ -3,6 +3,7 @@
 #include "app/gui/FocusValidation.h"
 #include "editors/EditorTexts.h"
 #include "editors/InitialConditionsTexts.h"
+#include "editors/gui/EditorButton.h"
 #include "editors/gui/GridDelegate.h"
 #include "editors/gui/WrappingHeader.h"
 #include "format/DateCodes.h"
@@ -102,10 +103,7 @@ QLineEdit* frmInitCond::box(const char* name)
 QPushButton* frmInitCond::button(const char* name, const QString& caption, const QString& hint,
     void (InitialConditionsEditor::*routine)())
 {
-    auto* b = new QPushButton(caption, this);
-    b->setObjectName(QLatin1String(name));
-    b->setToolTip(hint);
-    b->setAutoDefault(false);
+    QPushButton* b = editorButton(QLatin1String(name), caption, hint, this);
     connect(b, &QPushButton::clicked, this, [this, routine] { afterChecks(routine); });
     return b;
 }
