@@ -88,6 +88,24 @@ protected:
         QTest::keyClicks(edit, text);
         QTest::keyClick(edit, Qt::Key_Tab);
     }
+    // What a user puts into a window: text typed into a box, or an entry
+    // chosen from a combo.
+    struct Entry {
+        enum { Box, Combo } kind;
+        const char* control;
+        const char* text;
+    };
+    static void fill(QWidget* window, std::initializer_list<Entry> entries)
+    {
+        for (const Entry& e : entries) {
+            if (e.kind == Entry::Box)
+                type(window, e.control, QLatin1String(e.text));
+            else
+                choose(window, e.control, QLatin1String(e.text));
+        }
+    }
+    // Chooses an entry as a pick in the drop-down does: the combo moves to it
+    // and says it was activated (the popup itself is left closed).
     static void choose(QWidget* window, const char* combo, const QString& entry)
     {
         auto* box = control<QComboBox>(window, combo);
@@ -116,11 +134,6 @@ protected:
 // The treatment grid's column of the initial conditions level.
 constexpr int initialConditionsColumn = 5;
 
-struct Entry {
-    const char* control;
-    const char* text;
-};
-
 TEST_F(GuidedStartTest, NewFileWalksFromIdentificationToASavedFileTheCheckerAccepts)
 {
     // File › New: the identification window, no message.
@@ -129,11 +142,10 @@ TEST_F(GuidedStartTest, NewFileWalksFromIdentificationToASavedFileTheCheckerAcce
     ASSERT_NE(identification, nullptr);
     expectQuiet("New");
 
-    choose(identification, "DBCombo1", QStringLiteral("Maize"));
-    const Entry identity[] = { { "txtINSTE", "QL" }, { "TxtSitee", "NV" }, { "txtYear", "2021" },
-        { "txtNumber", "2" }, { "TxtENAME", "A guided maize trial" } };
-    for (const Entry& e : identity)
-        type(identification, e.control, QLatin1String(e.text));
+    fill(identification,
+        { { Entry::Combo, "DBCombo1", "Maize" }, { Entry::Box, "txtINSTE", "QL" },
+            { Entry::Box, "TxtSitee", "NV" }, { Entry::Box, "txtYear", "2021" },
+            { Entry::Box, "txtNumber", "2" }, { Entry::Box, "TxtENAME", "A guided maize trial" } });
     EXPECT_EQ(control<QLineEdit>(identification, "TxtEXPTNO")->text(), QStringLiteral("2102"));
     EXPECT_EQ(QFileInfo(state().ExpFilePath).fileName().toUpper(), QStringLiteral("QLNV2102.MZX"));
     expectQuiet("identification");
@@ -185,10 +197,11 @@ TEST_F(GuidedStartTest, NewFileWalksFromIdentificationToASavedFileTheCheckerAcce
     trigger("mnuEditField");
     QWidget* fields = active("frmFields");
     ASSERT_NE(fields, nullptr);
-    type(fields, "txtFLDNAM", QStringLiteral("QLNV0001"));
-    choose(fields, "ComboWSTA", QStringLiteral("Quillon Valley Research Farm, North Valley"));
-    choose(fields, "ComboSoil", QStringLiteral("North Valley silt loam(QL.SOL)"));
-    choose(fields, "Combo2", QStringLiteral("QLNV000001"));
+    fill(fields,
+        { { Entry::Box, "txtFLDNAM", "QLNV0001" },
+            { Entry::Combo, "ComboWSTA", "Quillon Valley Research Farm, North Valley" },
+            { Entry::Combo, "ComboSoil", "North Valley silt loam(QL.SOL)" },
+            { Entry::Combo, "Combo2", "QLNV000001" } });
     click(fields, "cmdNext");
     expectQuiet("fields");
 
@@ -196,12 +209,10 @@ TEST_F(GuidedStartTest, NewFileWalksFromIdentificationToASavedFileTheCheckerAcce
     // conditions and opens their editor, OK closes it.
     QWidget* planting = active("frmPlantingEd");
     ASSERT_NE(planting, nullptr);
-    const Entry sowing[]
-        = { { "txtPlantingDate", "5/1/2021" }, { "txtPLANTS", "7.5" }, { "txtPLTPOP", "7" } };
-    for (const Entry& e : sowing)
-        type(planting, e.control, QLatin1String(e.text));
-    choose(planting, "DBComboPLME", QStringLiteral("Dry seed"));
-    choose(planting, "DBComboPLDS", QStringLiteral("Rows"));
+    fill(planting,
+        { { Entry::Box, "txtPlantingDate", "5/1/2021" }, { Entry::Box, "txtPLANTS", "7.5" },
+            { Entry::Box, "txtPLTPOP", "7" }, { Entry::Combo, "DBComboPLME", "Dry seed" },
+            { Entry::Combo, "DBComboPLDS", "Rows" } });
     click(planting, "cmdNext");
     expectQuiet("planting");
     QWidget* initial = active("frmInitCond");
