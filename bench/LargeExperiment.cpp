@@ -66,7 +66,7 @@ QByteArray generateLarge(const QByteArray& sample, int repeat, int& eventRows)
         }
         if (s.line.startsWith(QLatin1String("*TRE"))) {
             out << s.body.first();
-            for (int t = 1; t <= 999; ++t) {
+            for (int t = 1; t <= 99; ++t) {
                 QString row = format::twoWide(t) + QStringLiteral(" 1 1 0 ")
                     + QStringLiteral("Generated treatment %1").arg(t).leftJustified(25);
                 for (int f = 0; f < 13; ++f)

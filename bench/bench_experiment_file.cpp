@@ -1,7 +1,7 @@
 // Times the experiment-file reader and writer (run a Release build; figures
 // are printed, nothing is asserted):
 //   a) the sample maize experiment opened and written, warm;
-//   b) a large generated experiment (999 treatments, 99 levels of every
+//   b) a large generated experiment (99 treatments, 99 levels of every
 //      factor, about 20,000 event rows) read, opened and written, and the
 //      process's peak memory;
 //   c) quillon-cli view, check and diff over 1,000 sample-size files in one
@@ -167,7 +167,7 @@ void largeExperiment(const QString& folder)
     const QByteArray bytes = writeLarge(folder, eventRows);
     const QString path = largePath(folder);
     std::printf(
-        "b) generated experiment: %lld bytes, %lld lines, 999 treatments, 99 levels a factor, "
+        "b) generated experiment: %lld bytes, %lld lines, 99 treatments, 99 levels a factor, "
         "%d event rows\n",
         static_cast<long long>(bytes.size()), static_cast<long long>(bytes.count('\n')), eventRows);
 

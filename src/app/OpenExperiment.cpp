@@ -84,13 +84,15 @@ void prepareWorkDatabase(const QString& unreadableMessage)
 void openExperiment(const QString& path)
 {
     AppState& s = state();
-    // One transaction for the whole open: the file's rows, the repairs and
-    // the relations reach the disk together.
-    database::Transaction transaction;
     ui().progress(0);
     s.setTypeFromExtension(QFileInfo(path).fileName());
     ui().progress(5);
     prepareWorkDatabase();
+    // One transaction for the reading: the file's rows, the repairs and the
+    // relations reach the disk together. It begins once the database is
+    // open (the first Open of a run opens it above); without it every row
+    // would lock and unlock the file on its own.
+    database::Transaction transaction;
     ui().progress(30);
     s.CommandArgs = QStringList(8, QString());
     s.comments.clear();

@@ -7,6 +7,7 @@
 #include "database/Sql.h"
 #include "editors/CultivarTexts.h"
 #include "editors/EditorForms.h"
+#include "editors/EditorSteps.h"
 #include "editors/EditorTexts.h"
 #include "editors/LevelRows.h"
 #include "editors/MainWindowCrop.h"
@@ -375,9 +376,7 @@ void CultivarEditor::cmdCancel_Click()
 
 void CultivarEditor::Form_Unload()
 {
-    if (!m_closedByButton)
-        cmdOK_Click();
-    markClosed(EditorForm::frmCult1);
+    unloadEditor(m_closedByButton, EditorForm::frmCult1, [this] { cmdOK_Click(); });
 }
 
 void CultivarEditor::escapePressed()

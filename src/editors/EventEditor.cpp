@@ -1073,11 +1073,7 @@ void EventEditor::restoreTables()
 
 void EventEditor::Form_Unload()
 {
-    if (!m_closedByButton) {
-        m_closedByButton = true;
-        cmdOK_Click();
-    }
-    markClosed(*formNamed(m_member.formName));
+    unloadEditor(m_closedByButton, *formNamed(m_member.formName), [this] { cmdOK_Click(); });
 }
 
 void EventEditor::escapePressed()

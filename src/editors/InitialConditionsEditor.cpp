@@ -716,11 +716,7 @@ void InitialConditionsEditor::restoreTables()
 
 void InitialConditionsEditor::Form_Unload()
 {
-    if (!m_closedByButton) {
-        m_closedByButton = true;
-        cmdSave();
-    }
-    markClosed(EditorForm::frmInitCond);
+    unloadEditor(m_closedByButton, EditorForm::frmInitCond, [this] { cmdSave(); });
 }
 
 void InitialConditionsEditor::escapePressed()

@@ -5,6 +5,7 @@
 #include "app/UserInterface.h"
 #include "database/Sql.h"
 #include "editors/EditorForms.h"
+#include "editors/EditorSteps.h"
 #include "editors/EditorTexts.h"
 #include "editors/InitialConditionsPreparation.h"
 #include "editors/LevelRows.h"
@@ -529,9 +530,7 @@ void PlantingEditor::Command1_Click()
 
 void PlantingEditor::Form_Unload()
 {
-    if (!m_closedByButton)
-        cmdOK_Click();
-    markClosed(EditorForm::frmPlantingEd);
+    unloadEditor(m_closedByButton, EditorForm::frmPlantingEd, [this] { cmdOK_Click(); });
 }
 
 void PlantingEditor::escapePressed()

@@ -342,9 +342,7 @@ void TreatmentEditor::Command1_Click()
 
 void TreatmentEditor::Form_Unload()
 {
-    if (!m_closedByButton)
-        cmdSave_Click();
-    markClosed(EditorForm::frmViewTreatments);
+    unloadEditor(m_closedByButton, EditorForm::frmViewTreatments, [this] { cmdSave_Click(); });
     database::tryExec(QStringLiteral("DROP TABLE [BackUp]"));
 }
 

@@ -5,7 +5,7 @@
 #include "database/Sql.h"
 #include "editors/EditorForms.h"
 #include "editors/gui/frmCult1.h"
-#include "gui/OpenExperimentWindow.h"
+#include "gui/MaizeWindowFixture.h"
 #include "support/WorkDbFixture.h"
 
 #include <QApplication>
@@ -21,11 +21,11 @@
 namespace quillon::test {
 namespace {
 
-class CultivarEditorWindowTest : public OpenExperimentWindowTest {
+class CultivarEditorWindowTest : public MaizeWindowTest {
 protected:
     void SetUp() override
     {
-        OpenExperimentWindowTest::SetUp();
+        MaizeWindowTest::SetUp();
         if (HasFatalFailure() || IsSkipped())
             return;
         m_before = cultivars();
@@ -56,7 +56,7 @@ protected:
         QTest::mouseClick(
             list->viewport(), Qt::LeftButton, {}, list->visualItemRect(item).center());
     }
-    bool closed() { return OpenExperimentWindowTest::closed<frmCult1>(); }
+    bool closed() { return MaizeWindowTest::closed<frmCult1>(); }
 
     frmCult1* m_editor = nullptr;
     QTableView* m_grid = nullptr;

@@ -8,7 +8,7 @@
 #include "editors/EditorForms.h"
 #include "editors/gui/frmFields.h"
 #include "editors/gui/frmSoilAnalysis.h"
-#include "support/SampleSuiteFixture.h"
+#include "gui/MaizeWindowFixture.h"
 #include "support/WorkDbFixture.h"
 
 #include <QAction>
@@ -24,42 +24,8 @@
 namespace quillon::test {
 namespace {
 
-class FieldEditorsWindowTest : public SampleSuiteTest {
+class FieldEditorsWindowTest : public MaizeWindowTest {
 protected:
-    void SetUp() override
-    {
-        SampleSuiteTest::SetUp();
-        m_window.show();
-        m_window.Form_Load();
-        m_window.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&m_window));
-        m_ui.fileAnswers.push_back(maizeFile());
-        m_window.menuAction(QStringLiteral("mnuFileOpen"))->trigger();
-        ASSERT_TRUE(state().DocumentOpen);
-        m_ui.clear();
-    }
-
-    // Opens an editor with the keys of the Edit menu: Alt+E, then the
-    // entry's letter.
-    template <typename Form> Form* openWithKeys(Qt::Key letter)
-    {
-        QTest::keyClick(&m_window, Qt::Key_E, Qt::AltModifier);
-        QWidget* menu = QApplication::activePopupWidget();
-        EXPECT_NE(menu, nullptr);
-        if (menu)
-            QTest::keyClick(menu, letter);
-        settle();
-        return m_window.findChild<Form*>();
-    }
-    // Opens an editor through its menu entry.
-    template <typename Form> Form* openFromMenu(const char* entry)
-    {
-        m_window.menuAction(QLatin1String(entry))->trigger();
-        settle();
-        return m_window.findChild<Form*>();
-    }
-    static void settle() { QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
-
     template <typename Widget> static Widget* control(QWidget* editor, const char* name)
     {
         return editor->findChild<Widget*>(QLatin1String(name));
@@ -89,14 +55,12 @@ protected:
         combo->setCurrentIndex(index);
         emit combo->activated(index);
     }
-
-    frmMain m_window;
 };
 
 TEST_F(FieldEditorsWindowTest, TheEditMenuKeysOpenBothEditors)
 {
-    EXPECT_NE(openWithKeys<frmFields>(Qt::Key_F), nullptr);
-    EXPECT_NE(openWithKeys<frmSoilAnalysis>(Qt::Key_S), nullptr);
+    EXPECT_NE(openByEditMenu<frmFields>(Qt::Key_F), nullptr);
+    EXPECT_NE(openByEditMenu<frmSoilAnalysis>(Qt::Key_S), nullptr);
     // Opening one closed the other.
     EXPECT_EQ(m_window.findChild<frmFields*>(), nullptr);
 }

@@ -1,7 +1,6 @@
 #pragma once
 
-// The main window on screen with the sample maize experiment open, for
-// tests that drive an editor as a user does.
+// The main window on screen, for tests that drive an editor as a user does.
 
 #include "app/AppState.h"
 #include "app/gui/frmMain.h"
@@ -10,6 +9,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QMenu>
 #include <QTableView>
 #include <QTest>
 
@@ -17,7 +17,8 @@
 
 namespace quillon::test {
 
-class MaizeWindowTest : public SampleSuiteTest {
+// The main window on screen, for tests that drive the editors as a user does.
+class OnScreenWindowTest : public SampleSuiteTest {
 protected:
     void SetUp() override
     {
@@ -26,12 +27,34 @@ protected:
         m_window.Form_Load();
         m_window.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&m_window));
-        m_ui.fileAnswers.push_back(maizeFile());
+    }
+    // File > Open of a file of the sample suite.
+    void openFile(const QString& relative)
+    {
+        m_ui.fileAnswers.push_back(suitePath(relative));
         m_window.menuAction(QStringLiteral("mnuFileOpen"))->trigger();
         ASSERT_TRUE(state().DocumentOpen);
         m_ui.clear();
     }
 
+    // Alt+E opens the Edit menu and `mnemonic` one of its entries; the editor
+    // window it opened, or null.
+    template <typename Form> Form* openByEditMenu(Qt::Key mnemonic)
+    {
+        QTest::keyClick(&m_window, Qt::Key_E, Qt::AltModifier);
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        EXPECT_NE(menu, nullptr);
+        if (!menu)
+            return nullptr;
+        QTest::keyClick(menu, mnemonic);
+        settle();
+        return m_window.findChild<Form*>();
+    }
+    template <typename Form> bool closed()
+    {
+        settle();
+        return m_window.findChild<Form*>() == nullptr;
+    }
     // Opens an editor from its Edit menu entry; the editor's window or null.
     template <typename Form> Form* openFromMenu(const char* entry)
     {
@@ -86,6 +109,16 @@ protected:
     }
 
     frmMain m_window;
+};
+
+// The same with the sample maize experiment open.
+class MaizeWindowTest : public OnScreenWindowTest {
+protected:
+    void SetUp() override
+    {
+        OnScreenWindowTest::SetUp();
+        openFile(QStringLiteral("Maize/QLNV2101.MZX"));
+    }
 };
 
 } // namespace quillon::test

@@ -6,7 +6,7 @@
 #include "database/Sql.h"
 #include "editors/EditorForms.h"
 #include "editors/gui/frmPlantingEd.h"
-#include "gui/OpenExperimentWindow.h"
+#include "gui/MaizeWindowFixture.h"
 #include "support/WorkDbFixture.h"
 
 #include <QApplication>
@@ -23,11 +23,11 @@
 namespace quillon::test {
 namespace {
 
-class PlantingEditorWindowTest : public OpenExperimentWindowTest {
+class PlantingEditorWindowTest : public MaizeWindowTest {
 protected:
     void SetUp() override
     {
-        OpenExperimentWindowTest::SetUp();
+        MaizeWindowTest::SetUp();
         if (HasFatalFailure() || IsSkipped())
             return;
         m_before = planting();
@@ -62,7 +62,7 @@ protected:
         QTest::keyClicks(edit, text);
         QTest::keyClick(edit, Qt::Key_Tab);
     }
-    bool closed() { return OpenExperimentWindowTest::closed<frmPlantingEd>(); }
+    bool closed() { return MaizeWindowTest::closed<frmPlantingEd>(); }
 
     frmPlantingEd* m_editor = nullptr;
     QTableView* m_grid = nullptr;

@@ -6,7 +6,7 @@
 #include "app/gui/frmMain.h"
 #include "database/Sql.h"
 #include "editors/gui/frmSim.h"
-#include "support/SampleSuiteFixture.h"
+#include "gui/MaizeWindowFixture.h"
 #include "support/WorkDbFixture.h"
 
 #include <QAbstractItemView>
@@ -27,30 +27,12 @@
 namespace quillon::test {
 namespace {
 
-class SimEditorWindowTest : public SampleSuiteTest {
+class SimEditorWindowTest : public OnScreenWindowTest {
 protected:
-    void SetUp() override
-    {
-        SampleSuiteTest::SetUp();
-        m_window.show();
-        m_window.Form_Load();
-        m_window.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&m_window));
-    }
-    void openFile(const QString& relative)
-    {
-        m_ui.fileAnswers.push_back(suitePath(relative));
-        m_window.menuAction(QStringLiteral("mnuFileOpen"))->trigger();
-        ASSERT_TRUE(state().DocumentOpen);
-        m_ui.clear();
-    }
     frmSim* openFromMenu(const char* entry)
     {
-        m_window.menuAction(QLatin1String(entry))->trigger();
-        settle();
-        return m_window.findChild<frmSim*>();
+        return OnScreenWindowTest::openFromMenu<frmSim>(entry);
     }
-    static void settle() { QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
     template <typename Widget> static Widget* child(QWidget* form, const char* name)
     {
         auto* widget = form->findChild<Widget*>(QLatin1String(name));
@@ -92,8 +74,6 @@ protected:
         QTest::mouseClick(frame, Qt::LeftButton, {}, button);
         settle();
     }
-
-    frmMain m_window;
 };
 
 TEST_F(SimEditorWindowTest, ViewMenuOpensTheControlsThatKeepWhatIsTyped)
