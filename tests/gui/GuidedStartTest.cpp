@@ -4,11 +4,10 @@
 // Save, the checker, and the saved file opened again.
 
 #include "app/AppState.h"
-#include "app/gui/frmMain.h"
 #include "database/Sql.h"
 #include "editors/gui/frmInitCond.h"
 #include "editors/gui/frmViewTreatments.h"
-#include "support/SampleSuiteFixture.h"
+#include "gui/MaizeWindowFixture.h"
 #include "support/WorkDbFixture.h"
 #include "validation/ExperimentDebugger.h"
 
@@ -29,19 +28,8 @@
 namespace quillon::test {
 namespace {
 
-class GuidedStartTest : public SampleSuiteTest {
+class GuidedStartTest : public OnScreenWindowTest {
 protected:
-    void SetUp() override
-    {
-        SampleSuiteTest::SetUp();
-        if (IsSkipped())
-            return;
-        m_window.show();
-        m_window.Form_Load();
-        m_window.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&m_window));
-    }
-
     void trigger(const char* entry)
     {
         QAction* action = m_window.menuAction(QLatin1String(entry));
@@ -49,7 +37,6 @@ protected:
         action->trigger();
         settle();
     }
-    static void settle() { QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
     // The window in front of the frame, which must be `form`.
     QWidget* active(const char* form)
@@ -127,8 +114,6 @@ protected:
         if (auto* b = control<QPushButton>(window, button))
             QTest::mouseClick(b, Qt::LeftButton);
     }
-
-    frmMain m_window;
 };
 
 // The treatment grid's column of the initial conditions level.
@@ -218,8 +203,7 @@ TEST_F(GuidedStartTest, NewFileWalksFromIdentificationToASavedFileTheCheckerAcce
     QWidget* initial = active("frmInitCond");
     ASSERT_NE(initial, nullptr);
     click(initial, "cmdSave");
-    settle();
-    EXPECT_EQ(m_window.findChild<frmInitCond*>(), nullptr);
+    EXPECT_TRUE(closed<frmInitCond>());
     expectQuiet("initial conditions");
 
     // File › Save writes the name the identification made, into the
