@@ -2,6 +2,9 @@
 
 #include <QWidget>
 
+#include <initializer_list>
+#include <utility>
+
 namespace quillon {
 
 // What every editor window shares: its keys and its unload rule. Enter and
@@ -35,6 +38,24 @@ protected:
     virtual void keyCommand(Key key) = 0;
     // The editor's unload handler.
     virtual void unload() = 0;
+
+    // The routine `routines` gives `key`, if any, on `editor`. Cancel and Esc
+    // run at once, dropping what is being typed; the others go through
+    // `checked`, which runs a routine once the box being typed in is settled.
+    template <typename Editor, typename Checked>
+    static void runKey(Key key, Editor& editor,
+        std::initializer_list<std::pair<Key, void (Editor::*)()>> routines, Checked checked)
+    {
+        for (const auto& [k, routine] : routines) {
+            if (k != key)
+                continue;
+            if (key == Key::Cancel || key == Key::Escape)
+                (editor.*routine)();
+            else
+                checked(routine);
+            return;
+        }
+    }
 
     void closeEvent(QCloseEvent* event) override;
 

@@ -322,17 +322,17 @@ bool EventEditorWindow::eventFilter(QObject* watched, QEvent* event)
 void EventEditorWindow::keyCommand(Key key)
 {
     // A box of the level page is checked before anything else runs; its
-    // refusal keeps the focus there. Cancel drops its text anyway.
-    if (m_levelPage && key != Key::Cancel && key != Key::Escape && !m_levelPage->settle())
-        return;
-    static const std::map<Key, void (EventEditor::*)()> routines
-        = { { Key::OK, &EventEditor::cmdOK_Click }, { Key::Cancel, &EventEditor::cmdCancel_Click },
-              { Key::Escape, &EventEditor::escapePressed },
-              { Key::AddLevel, &EventEditor::cmdAdd1_Click },
-              { Key::DeleteLevel, &EventEditor::cmdDelete1_Click },
-              { Key::AddEvent, &EventEditor::cmdAdd2_Click },
-              { Key::DeleteEvent, &EventEditor::cmdDelete2_Click } };
-    (m_editor.*routines.at(key))();
+    // refusal keeps the focus there.
+    using E = EventEditor;
+    runKey(key, m_editor,
+        { { Key::OK, &E::cmdOK_Click }, { Key::Cancel, &E::cmdCancel_Click },
+            { Key::Escape, &E::escapePressed }, { Key::AddLevel, &E::cmdAdd1_Click },
+            { Key::DeleteLevel, &E::cmdDelete1_Click }, { Key::AddEvent, &E::cmdAdd2_Click },
+            { Key::DeleteEvent, &E::cmdDelete2_Click } },
+        [this](void (E::*routine)()) {
+            if (!m_levelPage || m_levelPage->settle())
+                (m_editor.*routine)();
+        });
 }
 
 int EventEditorWindow::levelRow() const

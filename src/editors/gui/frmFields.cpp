@@ -200,26 +200,12 @@ void frmFields::settled(void (FieldEditor::*routine)())
 
 void frmFields::keyCommand(Key key)
 {
-    switch (key) {
-    case Key::OK:
-        settled(&FieldEditor::cmdOK_Click);
-        break;
-    case Key::Cancel:
-        m_editor.Command1_Click();
-        break;
-    case Key::Escape:
-        m_editor.escapePressed();
-        break;
-    case Key::AddLevel:
-        settled(&FieldEditor::CmdAddField);
-        break;
-    case Key::DeleteLevel:
-        settled(&FieldEditor::CmdRemoveField);
-        break;
-    case Key::AddEvent:
-    case Key::DeleteEvent:
-        break;
-    }
+    using E = editors::FieldEditor;
+    runKey(key, m_editor,
+        { { Key::OK, &E::cmdOK_Click }, { Key::Cancel, &E::Command1_Click },
+            { Key::Escape, &E::escapePressed }, { Key::AddLevel, &E::CmdAddField },
+            { Key::DeleteLevel, &E::CmdRemoveField } },
+        [this](void (E::*routine)()) { settled(routine); });
 }
 
 bool frmFields::eventFilter(QObject* watched, QEvent* event)

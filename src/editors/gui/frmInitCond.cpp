@@ -293,19 +293,13 @@ void frmInitCond::connectWidgets()
 
 void frmInitCond::keyCommand(Key key)
 {
-    static const std::map<Key, void (InitialConditionsEditor::*)()> routines
-        = { { Key::OK, &InitialConditionsEditor::cmdSave },
-              { Key::Cancel, &InitialConditionsEditor::cmdCancel_Click },
-              { Key::Escape, &InitialConditionsEditor::escapePressed },
-              { Key::AddLevel, &InitialConditionsEditor::cmdAdd_Click },
-              { Key::DeleteLevel, &InitialConditionsEditor::CmdDelete_Click },
-              { Key::AddEvent, &InitialConditionsEditor::cmdAddLayers },
-              { Key::DeleteEvent, &InitialConditionsEditor::cmdDeleteLayers } };
-    // Cancel and Esc drop what is typed; the others first check the box.
-    if (key == Key::Cancel || key == Key::Escape)
-        (m_editor.*routines.at(key))();
-    else
-        afterChecks(routines.at(key));
+    using E = editors::InitialConditionsEditor;
+    runKey(key, m_editor,
+        { { Key::OK, &E::cmdSave }, { Key::Cancel, &E::cmdCancel_Click },
+            { Key::Escape, &E::escapePressed }, { Key::AddLevel, &E::cmdAdd_Click },
+            { Key::DeleteLevel, &E::CmdDelete_Click }, { Key::AddEvent, &E::cmdAddLayers },
+            { Key::DeleteEvent, &E::cmdDeleteLayers } },
+        [this](void (E::*routine)()) { afterChecks(routine); });
 }
 
 QString frmInitCond::levelCellText() const

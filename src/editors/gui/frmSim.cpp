@@ -443,26 +443,12 @@ void frmSim::closeWindow()
 
 void frmSim::keyCommand(Key key)
 {
-    switch (key) {
-    case Key::OK:
-        afterCheck(&SimEditor::cmdOK_Click);
-        break;
-    case Key::Cancel:
-        m_editor.cmdCancel_Click();
-        break;
-    case Key::Escape:
-        m_editor.escapePressed();
-        break;
-    case Key::AddLevel:
-        afterCheck(&SimEditor::CmdAdd_Click);
-        break;
-    case Key::DeleteLevel:
-        afterCheck(&SimEditor::CmdRemove_Click);
-        break;
-    case Key::AddEvent:
-    case Key::DeleteEvent:
-        break;
-    }
+    using E = editors::SimEditor;
+    runKey(key, m_editor,
+        { { Key::OK, &E::cmdOK_Click }, { Key::Cancel, &E::cmdCancel_Click },
+            { Key::Escape, &E::escapePressed }, { Key::AddLevel, &E::CmdAdd_Click },
+            { Key::DeleteLevel, &E::CmdRemove_Click } },
+        [this](void (E::*routine)()) { afterCheck(routine); });
 }
 
 void frmSim::unload()

@@ -133,29 +133,13 @@ void frmSoilAnalysis::settled(void (SoilAnalysisEditor::*routine)())
 
 void frmSoilAnalysis::keyCommand(Key key)
 {
-    switch (key) {
-    case Key::OK:
-        settled(&SoilAnalysisEditor::cmdOK_Click);
-        break;
-    case Key::Cancel:
-        m_editor.cmdCancel_Click();
-        break;
-    case Key::Escape:
-        m_editor.escapePressed();
-        break;
-    case Key::AddLevel:
-        settled(&SoilAnalysisEditor::cmdAdd1_Click);
-        break;
-    case Key::DeleteLevel:
-        settled(&SoilAnalysisEditor::cmdDelete1_Click);
-        break;
-    case Key::AddEvent:
-        settled(&SoilAnalysisEditor::cmdAdd2_Click);
-        break;
-    case Key::DeleteEvent:
-        settled(&SoilAnalysisEditor::cmdDelete2_Click);
-        break;
-    }
+    using E = editors::SoilAnalysisEditor;
+    runKey(key, m_editor,
+        { { Key::OK, &E::cmdOK_Click }, { Key::Cancel, &E::cmdCancel_Click },
+            { Key::Escape, &E::escapePressed }, { Key::AddLevel, &E::cmdAdd1_Click },
+            { Key::DeleteLevel, &E::cmdDelete1_Click }, { Key::AddEvent, &E::cmdAdd2_Click },
+            { Key::DeleteEvent, &E::cmdDelete2_Click } },
+        [this](void (E::*routine)()) { settled(routine); });
 }
 
 bool frmSoilAnalysis::eventFilter(QObject* watched, QEvent* event)

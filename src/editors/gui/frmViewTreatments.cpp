@@ -249,26 +249,12 @@ void frmViewTreatments::closeWindow()
 
 void frmViewTreatments::keyCommand(Key key)
 {
-    switch (key) {
-    case Key::OK:
-        m_editor.cmdSave_Click();
-        break;
-    case Key::Cancel:
-        m_editor.Command1_Click();
-        break;
-    case Key::Escape:
-        m_editor.escapePressed();
-        break;
-    case Key::AddLevel:
-        m_editor.cmdAdd_Click();
-        break;
-    case Key::DeleteLevel:
-        m_editor.cmdDelete();
-        break;
-    case Key::AddEvent:
-    case Key::DeleteEvent:
-        break;
-    }
+    using E = editors::TreatmentEditor;
+    runKey(key, m_editor,
+        { { Key::OK, &E::cmdSave_Click }, { Key::Cancel, &E::Command1_Click },
+            { Key::Escape, &E::escapePressed }, { Key::AddLevel, &E::cmdAdd_Click },
+            { Key::DeleteLevel, &E::cmdDelete } },
+        [this](void (E::*routine)()) { (m_editor.*routine)(); });
 }
 
 void frmViewTreatments::unload()
