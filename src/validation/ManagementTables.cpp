@@ -66,15 +66,31 @@ QString experimentFileName()
 // treatment of a level gives its code. A row that fails is just lost.
 void addTreatmentRows(const ManagementTable& m)
 {
-    ignoringErrors([&] {
-        database::exec(QStringLiteral(
-            "INSERT OR IGNORE INTO [%1] ([%2], [%3]) SELECT t.[%2], "
-            "(SELECT CASE WHEN s.[%3] = 'N' COLLATE BINARY THEN NULL ELSE s.[%3] END "
-            "FROM [SimulationControlManagement] s WHERE s.[LNSIM] = t.[LNSIM] "
-            "ORDER BY s.rowid LIMIT 1) "
-            "FROM [Treatments] t ORDER BY t.rowid")
-                           .arg(name(m.table), name(m.levelColumn), name(m.codeColumn)));
-    });
+    const QString insert = QStringLiteral("INSERT OR IGNORE INTO [%1] ([%2], [%3]) ")
+                               .arg(name(m.table), name(m.levelColumn), name(m.codeColumn));
+    const QString rows
+        = QStringLiteral("SELECT t.[%1], "
+                         "(SELECT CASE WHEN s.[%2] = 'N' COLLATE BINARY THEN NULL ELSE s.[%2] END "
+                         "FROM [SimulationControlManagement] s WHERE s.[LNSIM] = t.[LNSIM] "
+                         "ORDER BY s.rowid LIMIT 1) "
+                         "FROM [Treatments] t ORDER BY t.rowid")
+              .arg(name(m.levelColumn), name(m.codeColumn));
+    try {
+        database::exec(insert + rows);
+    } catch (const RuntimeError&) {
+        // A row the table's checks refuse aborts the whole statement: row by
+        // row, only that row is lost.
+        std::vector<std::pair<QVariant, QVariant>> values;
+        ignoringErrors([&] {
+            QSqlQuery q = database::select(rows);
+            while (q.next())
+                values.emplace_back(q.value(0), q.value(1));
+        });
+        for (const auto& [level, code] : values)
+            ignoringErrors([&] {
+                database::exec(insert + QStringLiteral("VALUES (?, ?)"), { level, code });
+            });
+    }
 }
 
 // The levels of the applications table whose first row, in table order, has

@@ -65,6 +65,20 @@ TEST_F(ManagementTables, IrrigationCodesFollowTreatmentsAndFirstDates)
     EXPECT_TRUE(m_ui.messages.empty()) << m_ui.texts().join(QLatin1Char('\n')).toStdString();
 }
 
+TEST_F(ManagementTables, ARowTheTableRefusesLosesOnlyItself)
+{
+    addManagement(1, "IIRRI", QStringLiteral("R"));
+    for (int level : { 1, 2, 3 })
+        addTreatment(level, "LNIR", level, 1);
+    exec(QStringLiteral("CREATE TRIGGER RefuseTwo BEFORE INSERT ON IrrManagement "
+                        "WHEN NEW.LNIR = 2 BEGIN SELECT RAISE(ABORT, 'refused'); END"));
+
+    FillIrrManagement();
+
+    EXPECT_EQ(rowsOf(QStringLiteral("SELECT LNIR, IIRRI FROM IrrManagement ORDER BY LNIR")),
+        QStringList({ "1|R", "3|R" }));
+}
+
 TEST_F(ManagementTables, EachFactorReadsItsOwnCodeAndDates)
 {
     struct Factor {
