@@ -2,6 +2,7 @@
 
 #include "database/Schema.h"
 #include "database/WorkDBCheck.h"
+#include "database/WorkDatabase.h"
 
 #include <QHash>
 #include <QRegularExpression>
@@ -48,9 +49,15 @@ void bindAll(QSqlQuery& query, const QVariantList& params)
 
 } // namespace
 
-QString connectionName() { return QStringLiteral("WorkDB"); }
+QString connectionName()
+{
+    return QStringLiteral("WorkDB");
+}
 
-QSqlDatabase WorkDB() { return QSqlDatabase::database(connectionName(), false); }
+QSqlDatabase WorkDB()
+{
+    return QSqlDatabase::database(connectionName(), false);
+}
 
 namespace {
 
@@ -72,7 +79,10 @@ void clearStatementCache()
     ++g_generation;
 }
 
-int connectionGeneration() { return g_generation; }
+int connectionGeneration()
+{
+    return g_generation;
+}
 
 RuntimeError classify(const QSqlError& error)
 {
@@ -91,10 +101,11 @@ RuntimeError classify(const QSqlError& error)
     }
     if (text.contains(QLatin1String("UNIQUE constraint failed")))
         return RuntimeError(err::DuplicateKey,
-            QStringLiteral("The changes you requested to the table were not successful because they would "
-                           "create duplicate values in the index, primary key, or relationship. Change the "
-                           "data in the field or fields that contain duplicate data, remove the index, or "
-                           "redefine the index to permit duplicate entries and try again."));
+            QStringLiteral(
+                "The changes you requested to the table were not successful because they would "
+                "create duplicate values in the index, primary key, or relationship. Change the "
+                "data in the field or fields that contain duplicate data, remove the index, or "
+                "redefine the index to permit duplicate entries and try again."));
     if (text.startsWith(QLatin1String("no such table")))
         return RuntimeError(err::TableNotFound, text);
     if (text.contains(QLatin1String("already exists")))
@@ -111,8 +122,9 @@ void exec(const QString& sql, const QVariantList& params)
 
 RuntimeError tryExec(const QString& sql, const QVariantList& params)
 {
-    // Changes of the schema run once and are not kept.
-    static const QRegularExpression ddl(QStringLiteral("^\\s*(CREATE|DROP|ALTER|PRAGMA|VACUUM)\\b"),
+    // Changes of the schema and savepoints run once and are not kept.
+    static const QRegularExpression ddl(
+        QStringLiteral("^\\s*(CREATE|DROP|ALTER|PRAGMA|VACUUM|SAVEPOINT|RELEASE|ROLLBACK)\\b"),
         QRegularExpression::CaseInsensitiveOption);
     if (params.isEmpty() && ddl.match(sql).hasMatch()) {
         QSqlQuery query(WorkDB());
@@ -332,7 +344,8 @@ void insertRow(const QString& table, const Values& values)
 
 bool tableExists(const QString& table)
 {
-    return scalar(QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE type = 'table' AND name = ? COLLATE NOCASE"),
+    return scalar(QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE type = 'table' AND name "
+                                 "= ? COLLATE NOCASE"),
                { table })
                .toInt()
         > 0;
@@ -341,7 +354,9 @@ bool tableExists(const QString& table)
 void remakeTable(const QString& table, const QString& createStatement)
 {
     const QVariant standing = scalar(
-        QStringLiteral("SELECT sql FROM sqlite_master WHERE type = 'table' AND name = ? COLLATE NOCASE"), { table });
+        QStringLiteral(
+            "SELECT sql FROM sqlite_master WHERE type = 'table' AND name = ? COLLATE NOCASE"),
+        { table });
     // SQLite keeps the statement as written, but for the case of its
     // opening words.
     if (standing.toString().compare(createStatement, Qt::CaseInsensitive) == 0) {
@@ -354,21 +369,36 @@ void remakeTable(const QString& table, const QString& createStatement)
 
 Transaction::Transaction()
 {
-    if (g_transactionDepth++ == 0)
+    const int depth = g_transactionDepth++;
+    if (depth == 0) {
         m_owner = WorkDB().transaction();
+    } else if (isWorkDBOpen()
+        && !tryExec(QStringLiteral("SAVEPOINT nested%1").arg(depth)).number() != 0) {
+        m_savepoint = QStringLiteral("nested%1").arg(depth);
+    }
 }
 
 Transaction::~Transaction()
 {
     --g_transactionDepth;
-    if (m_owner && !m_done)
+    if (m_done)
+        return;
+    if (m_owner) {
         WorkDB().rollback();
+    } else if (!m_savepoint.isEmpty()) {
+        tryExec(QStringLiteral("ROLLBACK TO %1").arg(m_savepoint));
+        tryExec(QStringLiteral("RELEASE %1").arg(m_savepoint));
+    }
 }
 
 void Transaction::commit()
 {
-    if (m_owner && !m_done)
+    if (m_done)
+        return;
+    if (m_owner)
         WorkDB().commit();
+    else if (!m_savepoint.isEmpty())
+        tryExec(QStringLiteral("RELEASE %1").arg(m_savepoint));
     m_done = true;
 }
 

@@ -87,7 +87,8 @@ bool tableExists(const QString& table);
 void remakeTable(const QString& table, const QString& createStatement);
 
 // Runs a block inside one transaction: committed when it returns, rolled
-// back when it throws. Nested use joins the outer transaction.
+// back when it throws. A nested one is a savepoint of the outer: it undoes
+// only its own block, and what it keeps is written with the outer.
 class Transaction {
 public:
     Transaction();
@@ -96,6 +97,7 @@ public:
 
 private:
     bool m_owner = false;
+    QString m_savepoint;
     bool m_done = false;
 };
 
