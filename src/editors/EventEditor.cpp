@@ -922,11 +922,8 @@ void EventEditor::ComboCrop_Change(const QString& crop)
         return;
     try {
         m_crop = crop;
-        m_stagesAvailable = false;
         m_screen.setListItems(list, {});
-        const QStringList stages = stagesOf(crop);
-        m_screen.setListItems(list, stages);
-        m_stagesAvailable = !stages.isEmpty();
+        m_screen.setListItems(list, stagesOf(crop));
     } catch (const RuntimeError& e) {
         report(e, Routine::ComboCrop_Change);
     }

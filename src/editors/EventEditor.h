@@ -95,7 +95,6 @@ public:
     bool DaysMode() const { return m_daysMode; }
     bool RowInError() const { return m_rowInError; }
     // Whether the crop in ComboCrop has stages to offer.
-    bool StagesAvailable() const { return m_stagesAvailable; }
     // The message Check_Dates leaves, "" when the dates are distinct.
     const QString& datesMessage() const { return m_datesMessage; }
     // The level DBGrid1's current row holds, if its text is a number.
@@ -131,7 +130,6 @@ private:
     std::vector<QVariant> m_treatmentLevels;
     QString m_datesMessage;
     QString m_crop;
-    bool m_stagesAvailable = false;
 };
 
 } // namespace quillon::editors

@@ -593,9 +593,7 @@ bool SimEditor::Form_QueryUnload()
 {
     if (m_closedByButton)
         return true;
-    if (msgBox(
-            text::newDataNotSaved, MsgButtons::OKCancel, MsgIcon::Exclamation, text::warningTitle)
-        != MsgAnswer::OK)
+    if (!escapeConfirmed())
         return false;
     try {
         restoreTables();
@@ -608,15 +606,13 @@ bool SimEditor::Form_QueryUnload()
 
 void SimEditor::Form_Unload()
 {
-    if (!m_closedByButton) {
-        m_closedByButton = true;
+    unloadEditor(m_closedByButton, EditorForm::frmSim, [this] {
         try {
             commit();
         } catch (const RuntimeError& e) {
             reportError(e.text(), st::tail("cmdOK_Click"));
         }
-    }
-    markClosed(EditorForm::frmSim);
+    });
 }
 
 void SimEditor::escapePressed()

@@ -201,7 +201,6 @@ TEST_F(EventMembersTest, HarvestStagesComeFromTheCropAndTheCellHoldsTheCode)
 {
     ASSERT_TRUE(load(QStringLiteral("frmHarvest")));
     EXPECT_EQ(m_screen->crops, QStringList { "Maize" });
-    EXPECT_TRUE(m_editor->StagesAvailable());
     ASSERT_EQ(m_screen->lists.size(), 3u);
     EXPECT_EQ(m_screen->lists[2].size(), 10);
     EXPECT_EQ(m_screen->lists[2].value(5), QStringLiteral("Silking, 75 percent of plants"));
@@ -216,7 +215,6 @@ TEST_F(EventMembersTest, HarvestStagesComeFromTheCropAndTheCellHoldsTheCode)
     // A crop without stages leaves the list empty; the code stays.
     m_editor->ComboCrop_Change(QStringLiteral("Peanut"));
     EXPECT_TRUE(m_screen->lists[2].isEmpty());
-    EXPECT_FALSE(m_editor->StagesAvailable());
     EXPECT_EQ(m_screen->events.text(0, 1), QStringLiteral("GS006"));
 
     m_editor->cmdOK_Click();

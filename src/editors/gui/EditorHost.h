@@ -35,7 +35,6 @@ public:
     // Closes the open editor, which commits as OK does. Returns the name of
     // the editor whose open flag was set, "" for none.
     QString closeEditor();
-    EditorWindow* current() const { return m_window; }
 
 private:
     struct Form {
