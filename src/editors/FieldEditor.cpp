@@ -95,10 +95,10 @@ const QStringList copiedColumns { QStringLiteral("WSTA"), QStringLiteral("SLOPE"
 
 const std::vector<FieldBox>& fieldBoxes()
 {
-    const auto box = [](const char* control, const char* field, std::optional<BoxRange> range) {
+    const auto box = [](const char* control, const char* field, std::optional<RangeRule> range) {
         return FieldBox { QLatin1String(control), QLatin1String(field), range };
     };
-    const auto upTo = [](double high) { return BoxRange { 0, high }; };
+    const auto upTo = [](double high) { return RangeRule { 0, high }; };
     static const std::vector<FieldBox> boxes {
         box("txtFLDNAM", "FLDNAM", std::nullopt),
         box("txtFLNAME", "FLNAME", std::nullopt),
@@ -114,11 +114,11 @@ const std::vector<FieldBox>& fieldBoxes()
         box("txtSLAS", "SLAS", upTo(9999)),
         box("txtFHDUR", "FHDUR", upTo(200)),
         box("txtAREA", "AREA", upTo(99999999999999.0)),
-        box("txtELEV", "ELEV", BoxRange { -std::numeric_limits<double>::infinity(), 9999999 }),
+        box("txtELEV", "ELEV", RangeRule { -std::numeric_limits<double>::infinity(), 9999999 }),
         // The X bound is the latitude's and the Y bound the longitude's, the
         // other way round from the labels; the file's rules expect it so.
-        box("txtXCRD", "XCRD", BoxRange { -90, 90 }),
-        box("txtYCRD", "YCRD", BoxRange { -180, 180 }),
+        box("txtXCRD", "XCRD", RangeRule { -90, 90 }),
+        box("txtYCRD", "YCRD", RangeRule { -180, 180 }),
     };
     return boxes;
 }
@@ -505,9 +505,11 @@ bool FieldEditor::Validate(const QString& control)
         return true;
     QString text = m_screen.boxText(control);
     if (box->range) {
-        const std::optional<QString> kept = checkedBoxText(text, *box->range);
-        if (!kept)
+        const std::optional<QString> kept = acceptRange(text, *box->range);
+        if (!kept) {
+            invalidEntry();
             return false;
+        }
         text = *kept;
     } else if (control == txtFLDNAM && text.size() != 8) {
         errorBox(ft::fieldIdLength);

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "app/ExpIdentity.h"
 #include "editors/FieldScreen.h"
 #include "editors/SqlGridModel.h"
 #include "editors/TreatmentLevels.h"
-#include "editors/ValidatedBox.h"
 
 #include <QVariant>
 
@@ -17,7 +17,7 @@ namespace quillon::editors {
 struct FieldBox {
     QString control; // "txtSLOPE"
     QString field; // "SLOPE"
-    std::optional<BoxRange> range;
+    std::optional<RangeRule> range;
 };
 // The page's text boxes, field ID first.
 const std::vector<FieldBox>& fieldBoxes();
