@@ -9,6 +9,7 @@
 #include "editors/EditorSteps.h"
 #include "editors/EditorTexts.h"
 #include "editors/FieldTexts.h"
+#include "editors/LevelRows.h"
 #include "format/NumberText.h"
 
 #include <algorithm>
@@ -568,7 +569,7 @@ void FieldEditor::CmdAddField()
         QSqlQuery current = select(QStringLiteral("SELECT [%1] FROM Fields WHERE LNFLD = ?")
                                        .arg(copiedColumns.join(QStringLiteral("], ["))),
             { *level });
-        const int newLevel = scalar(QStringLiteral("SELECT MAX(LNFLD) FROM Fields")).toInt() + 1;
+        const int newLevel = nextLevel(QStringLiteral("Fields"), QStringLiteral("LNFLD"));
         database::Values row { { QStringLiteral("LNFLD"), newLevel },
             { QStringLiteral("FLDNAM"), newFieldId(lastId, newLevel) } };
         if (current.next()) {
@@ -591,8 +592,7 @@ void FieldEditor::CmdRemoveField()
         if (!level)
             return;
         const QString n = QString::number(*level);
-        const QStringList treatments = firstColumn(
-            QStringLiteral("SELECT TRTNO FROM Treatments WHERE LNFLD = %1 ORDER BY rowid").arg(n));
+        const QStringList treatments = treatmentsUsing(QStringLiteral("LNFLD"), *level);
         if (!treatments.isEmpty()) {
             ui().deletionWarning(ft::levelWord, treatments);
             return;

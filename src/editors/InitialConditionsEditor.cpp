@@ -12,6 +12,7 @@
 #include "editors/InitialConditionsFill.h"
 #include "editors/InitialConditionsPreparation.h"
 #include "editors/InitialConditionsTexts.h"
+#include "editors/LevelRows.h"
 #include "format/DateCodes.h"
 #include "format/NumberText.h"
 #include "reference/SoilLookups.h"
@@ -391,8 +392,7 @@ void InitialConditionsEditor::cmdAdd_Click()
             invalidEntry();
             return;
         }
-        const int newLevel
-            = scalar(QStringLiteral("SELECT MAX(LNIC) FROM InitialConditions")).toInt() + 1;
+        const int newLevel = nextLevel(QStringLiteral("InitialConditions"), QStringLiteral("LNIC"));
         QStringList copied;
         for (const database::FieldDef& field : database::findTable(initialConditions)->fields) {
             if (field.name != QLatin1String("LNIC"))
@@ -443,12 +443,7 @@ void InitialConditionsEditor::CmdDelete_Click()
             return;
         }
         const QString n = number(*level);
-        QStringList treatments;
-        QSqlQuery users
-            = select(QStringLiteral("SELECT TRTNO FROM Treatments WHERE LNIC = ? ORDER BY rowid"),
-                { *level });
-        while (users.next())
-            treatments << users.value(0).toString();
+        const QStringList treatments = treatmentsUsing(QStringLiteral("LNIC"), *level);
         if (!treatments.isEmpty()) {
             ui().deletionWarning(ic_text::captionStem, treatments);
             return;

@@ -9,6 +9,7 @@
 #include "editors/EditorForms.h"
 #include "editors/EditorSteps.h"
 #include "editors/EditorTexts.h"
+#include "editors/LevelRows.h"
 #include "editors/SimTexts.h"
 #include "editors/SimValues.h"
 #include "format/DateCodes.h"
@@ -295,7 +296,7 @@ void SimEditor::CmdAdd_Click()
     try {
         saveLevel();
         const int newLevel
-            = scalar(QStringLiteral("SELECT MAX(LNSIM) FROM SimulationControl")).toInt() + 1;
+            = nextLevel(QStringLiteral("SimulationControl"), QStringLiteral("LNSIM"));
         addLevel(m_rows.count(simulationControl) ? m_level.value_or(0) : 0, newLevel);
         m_data1.requery();
         goToLevel(newLevel);
@@ -342,11 +343,7 @@ void SimEditor::CmdRemove_Click()
             return;
         }
         const QString n = number(*level);
-        QStringList treatments;
-        QSqlQuery users = select(
-            QStringLiteral("SELECT TRTNO FROM Treatments WHERE LNSIM = %1 ORDER BY rowid").arg(n));
-        while (users.next())
-            treatments << users.value(0).toString();
+        const QStringList treatments = treatmentsUsing(QStringLiteral("LNSIM"), *level);
         if (!treatments.isEmpty()) {
             ui().deletionWarning(st::levelWord, treatments);
             return;

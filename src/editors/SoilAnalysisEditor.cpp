@@ -8,6 +8,7 @@
 #include "editors/EditorSteps.h"
 #include "editors/EditorTexts.h"
 #include "editors/LevelOne.h"
+#include "editors/LevelRows.h"
 #include "editors/SoilAnalysisTexts.h"
 #include "format/DateCodes.h"
 #include "format/NumberText.h"
@@ -288,8 +289,7 @@ void SoilAnalysisEditor::cmdAdd1_Click()
             errorBox(text::invalidEntry);
             return;
         }
-        const int newLevel
-            = scalar(QStringLiteral("SELECT MAX(LNSA) FROM SoilAnalysis")).toInt() + 1;
+        const int newLevel = nextLevel(QStringLiteral("SoilAnalysis"), QStringLiteral("LNSA"));
         const QString level = QString::number(*current);
         database::Transaction transaction;
         if (*current < 1) {
@@ -388,11 +388,7 @@ void SoilAnalysisEditor::cmdDelete1_Click()
             return;
         }
         const QString n = QString::number(*level);
-        QStringList treatments;
-        QSqlQuery users = select(
-            QStringLiteral("SELECT TRTNO FROM Treatments WHERE LNSA = %1 ORDER BY rowid").arg(n));
-        while (users.next())
-            treatments << users.value(0).toString();
+        const QStringList treatments = treatmentsUsing(QStringLiteral("LNSA"), *level);
         if (!treatments.isEmpty()) {
             ui().deletionWarning(st::levelWord, treatments);
             return;
